@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// The text of one log record: formatted, then made safe to print as part of one line.
+
+#ifndef ZR_LOG_TEXT_H
+#define ZR_LOG_TEXT_H
+
+#include <cstdarg>
+#include <cstddef>
+#include <memory>
+#include <new>
+#include <span>
+
+#include "zr_base.h"
+
+namespace zr {
+
+// Room for a text: on the stack, on the heap when that is too small, and on the stack again when the heap has none.
+template <size_t LocalBytes> class TextRoom {
+public:
+    [[nodiscard]] std::span<char> Get(size_t ulBytes) noexcept
+    {
+        if (ulBytes > LocalBytes)
+            m_pHeap.reset(new (std::nothrow) char[ulBytes]);
+        return m_pHeap != nullptr ? std::span(m_pHeap.get(), ulBytes) : std::span(m_acLocal);
+    }
+
+private:
+    char m_acLocal[LocalBytes];
+    std::unique_ptr<char[]> m_pHeap;
+};
+
+class LogText {
+public:
+    // Formats like vprintf; a format that cannot be carried out stands for itself.
+    LogText(const char *pcFormat, va_list stArgs) noexcept ZR_PRINTF(2, 0);
+    LogText(const LogText &) = delete;
+    LogText &operator=(const LogText &) = delete;
+
+    // The finished line, owned by this object.
+    [[nodiscard]] const char *Get() const noexcept { return m_pcText; }
+
+private:
+    TextRoom<1024> m_stRoom;
+    const char *m_pcText;
+};
+
+} // namespace zr
+
+#endif // ZR_LOG_TEXT_H

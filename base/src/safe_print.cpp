@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// Bounds-checked formatting.
+
+#include <algorithm>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+
+#include "safe_size.h"
+#include "zr_safe.h"
+
+namespace {
+
+// Whether a format stores through an argument. Between '%' and 'n' there may stand flags, numbers and a modifier.
+[[nodiscard]] bool IsStoring(const char *pcFormat) noexcept
+{
+    while ((pcFormat = strchr(pcFormat, '%')) != nullptr) {
+        pcFormat += 1 + strspn(pcFormat + 1, "-+ #'I.*$0123456789hlLqjzt");
+        if (*pcFormat == 'n')
+            return true;
+        if (*pcFormat == '%')
+            ++pcFormat;
+    }
+    return false;
+}
+
+} // namespace
+
+int vsnprintf_s(char *pcDest, size_t ulDestMax, size_t ulCount, const char *pcFormat, va_list stArgs)
+{
+    if (pcDest == nullptr || ulDestMax == 0 || ulDestMax > zr::SafeSizeMax)
+        return -1;
+    *pcDest = '\0';
+    if (pcFormat == nullptr || ulCount > zr::SafeSizeMax || IsStoring(pcFormat))
+        return -1;
+    const size_t ulRoom = std::min({ulCount, ulDestMax - 1, size_t{INT_MAX - 1}});
+    const int iLength = vsnprintf(pcDest, ulRoom + 1, pcFormat, stArgs);
+    if (iLength < 0)
+        *pcDest = '\0';
+    return iLength >= 0 && static_cast<size_t>(iLength) <= ulRoom ? iLength : -1;
+}
+
+int snprintf_s(char *pcDest, size_t ulDestMax, size_t ulCount, const char *pcFormat, ...)
+{
+    va_list stArgs;
+    va_start(stArgs, pcFormat);
+    const int iLength = vsnprintf_s(pcDest, ulDestMax, ulCount, pcFormat, stArgs);
+    va_end(stArgs);
+    return iLength;
+}

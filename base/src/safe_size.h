@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+//
+// The largest size that the bounds-checked calls take.
+
+#ifndef ZR_SAFE_SIZE_H
+#define ZR_SAFE_SIZE_H
+
+#include <cstddef>
+#include <cstdint>
+
+namespace zr {
+
+constexpr size_t SafeSizeMax = SIZE_MAX / 2; // above it a size is a negative number gone wrong
+
+} // namespace zr
+
+#endif // ZR_SAFE_SIZE_H

@@ -1,0 +1,35 @@
+# SPDX-License-Identifier: Apache-2.0
+# Compiler and linker options, as interface targets that each target of the project takes on by zryaml_apply_flags.
+# Nothing of this reaches a project that uses the libraries.
+
+add_library(zryaml_warnings INTERFACE)
+target_compile_options(zryaml_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-qual -Wformat=2 -Wundef
+    $<$<BOOL:${ZRYAML_WERROR}>:-Werror>)
+
+# __FILE__ is the path from the repository's root, wherever the build directory lies.
+add_library(zryaml_paths INTERFACE)
+target_compile_options(zryaml_paths INTERFACE "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+
+add_library(zryaml_checks INTERFACE)
+if(ZRYAML_SANITIZE)
+    # A report ends the program, so that a test cannot pass with one.
+    target_compile_options(zryaml_checks INTERFACE
+        -fsanitize=${ZRYAML_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(zryaml_checks INTERFACE -fsanitize=${ZRYAML_SANITIZE})
+else()
+    # Fortified calls need an optimised build, and would hide calls from the sanitizers.
+    target_compile_options(zryaml_checks INTERFACE
+        -fstack-protector-strong
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=2>)
+    # The clang sanitizers leave their run-time to the program, hence --no-undefined only without them.
+    target_link_options(zryaml_checks INTERFACE
+        $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:LINKER:--no-undefined>)
+endif()
+target_link_options(zryaml_checks INTERFACE LINKER:--as-needed LINKER:-z,relro LINKER:-z,now)
+
+function(zryaml_apply_flags target)
+    target_link_libraries(${target} PRIVATE
+        $<BUILD_INTERFACE:zryaml_warnings> $<BUILD_INTERFACE:zryaml_paths> $<BUILD_INTERFACE:zryaml_checks>)
+endfunction()

@@ -1,0 +1,22 @@
+/* SPDX-License-Identifier: Apache-2.0 */
+#include <stdio.h>
+#include <zr_yaml.h>
+
+int main(void)
+{
+    YamlHandle *conf = ZRYAML_FileLoad("examples/servers.yaml");
+    if (conf == NULL) {
+        const YamlErrorInfo *error = ZRYAML_LastErrorGet();
+        fprintf(stderr, "%s:%u:%u: %s\n", error->pcFile, error->uiLine, error->uiColumn, error->pcMessage);
+        return 1;
+    }
+    for (uint32_t i = 0; i < ZRYAML_ArraySizeGet(conf, "servers"); ++i) {
+        printf("%s:%s uses cores", ZRYAML_PropertyGet(conf, "servers[%u].name", i),
+               ZRYAML_PropertyGet(conf, "servers[%u].port", i));
+        for (uint32_t k = 0; k < ZRYAML_ArraySizeGet(conf, "servers[%u].cores", i); ++k)
+            printf(" %s", ZRYAML_PropertyGet(conf, "servers[%u].cores[%u]", i, k));
+        printf("\n");
+    }
+    ZRYAML_HandleFree(conf);
+    return 0;
+}

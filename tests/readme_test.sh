@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# The first screen of the README shows a file, a program and its output: each is what lies in examples/ and what that
+# program really prints.
+set -euo pipefail
+cd "$ZRYAML_SOURCE"
+
+# The code block of the README in the language named, without its fences.
+block() {
+    awk -v fence="\`\`\`$1" '$0 == fence && !done { inside = 1; next } /^```/ && inside { inside = 0; done = 1 } inside' \
+        README.md
+}
+same() {
+    diff "$1" "$2" || { echo "FAIL: README.md differs from $3"; exit 1; }
+}
+
+same <(block yaml) examples/servers.yaml examples/servers.yaml
+same <(block c) <(grep -v SPDX examples/servers.c) examples/servers.c
+same <(block console | grep -v '^\$') <("$ZRYAML_BUILD/examples/servers") "what examples/servers prints"

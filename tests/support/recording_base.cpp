@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: Apache-2.0
+// Definitions of the base library's calls that take the place of those in libzrbase.so.
+#include "recording_base.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+
+#include <zr_safe.h>
+
+namespace {
+
+std::recursive_mutex g_stLock;
+char g_cPool;
+
+__attribute__((format(printf, 1, 0))) std::string Format(const char *pcFormat, va_list stArgs)
+{
+    va_list stAgain;
+    va_copy(stAgain, stArgs);
+    const int iLength = vsnprintf(nullptr, 0, pcFormat, stArgs);
+    std::string text(static_cast<size_t>(iLength) + 1, '\0');
+    vsnprintf(text.data(), text.size(), pcFormat, stAgain);
+    va_end(stAgain);
+    text.resize(static_cast<size_t>(iLength));
+    return text;
+}
+
+} // namespace
+
+RecordingBase &Base()
+{
+    static RecordingBase stBase;
+    return stBase;
+}
+
+void RecordingBase::Reset()
+{
+    const std::lock_guard stGuard(g_stLock);
+    log.clear();
+    ulAllocations = ulFailAllocation = 0;
+    uiBaseInitResult = 0;
+    bHandleInitFails = bSecureCallsFail = false;
+    bKeepNotes = true;
+}
+
+std::string RecordingBase::LogText() const
+{
+    std::string text;
+    char acHead[32];
+    for (const LogRecord &stRecord : log) {
+        snprintf(acHead, sizeof(acHead), "%u %x ", stRecord.uiLevel, stRecord.uiCode);
+        text += acHead + stRecord.text + "\n";
+    }
+    return text;
+}
+
+std::vector<std::string> RecordingBase::Texts(uint32_t uiFromLevel) const
+{
+    std::vector<std::string> texts;
+    for (const LogRecord &stRecord : log) {
+        if (stRecord.uiLevel >= uiFromLevel)
+            texts.push_back(stRecord.text);
+    }
+    return texts;
+}
+
+extern "C" {
+
+uint32_t ZR_BaseInit(void)
+{
+    const std::lock_guard stGuard(g_stLock);
+    ++Base().uiBaseInitCalls;
+    return Base().uiBaseInitResult;
+}
+
+void *ZR_HandleInit(const char *)
+{
+    const std::lock_guard stGuard(g_stLock);
+    ++Base().uiHandleInitCalls;
+    return Base().bHandleInitFails ? nullptr : &g_cPool;
+}
+
+void *ZR_MemAlloc(uint32_t uiSize, void *)
+{
+    const std::lock_guard stGuard(g_stLock);
+    if (++Base().ulAllocations == Base().ulFailAllocation)
+        return nullptr;
+    void *pBlock = malloc(uiSize);
+    if (pBlock != nullptr)
+        memset(pBlock, 0xA5, uiSize); // nothing may rely on cleared memory
+    ++Base().lBlocks;
+    return pBlock;
+}
+
+void ZR_MemFree(void *pBlock, void *)
+{
+    const std::lock_guard stGuard(g_stLock);
+    --Base().lBlocks;
+    free(pBlock);
+}
+
+void ZR_LogWrite(ZR_LogModule *, uint32_t uiLevel, uint32_t uiCode, const char *pcFile, uint32_t,
+                 const char *pcFunction, const char *pcFormat, ...)
+{
+    const std::lock_guard stGuard(g_stLock);
+    if (uiLevel == 0 && !Base().bKeepNotes)
+        return;
+    va_list stArgs;
+    va_start(stArgs, pcFormat);
+    Base().log.push_back({uiLevel, uiCode, Format(pcFormat, stArgs), pcFile, pcFunction});
+    va_end(stArgs);
+}
+
+int memset_s(void *pDest, size_t ulDestMax, int iValue, size_t ulCount)
+{
+    if (ulCount > ulDestMax)
+        return 1;
+    memset(pDest, iValue, ulCount);
+    return Base().bSecureCallsFail ? 1 : 0;
+}
+
+int strncpy_s(char *pcDest, size_t ulDestMax, const char *pcSource, size_t ulCount)
+{
+    const size_t ulLength = strnlen(pcSource, ulCount);
+    if (ulLength >= ulDestMax)
+        return 1;
+    memcpy(pcDest, pcSource, ulLength);
+    pcDest[ulLength] = '\0';
+    return Base().bSecureCallsFail ? 1 : 0;
+}
+
+} // extern "C"

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+// The base library's calls as the tests put them in place: every log record is kept, every block is counted and comes
+// from malloc one by one (so that sanitizers see each), and any allocation or bounds-checked call can be made to fail.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <zr_base.h>
+#include <zr_yaml.h>
+
+struct LogRecord {
+    uint32_t uiLevel;
+    uint32_t uiCode;
+    std::string text;
+    std::string file;
+    std::string function;
+    bool operator==(const LogRecord &) const = default;
+};
+
+struct RecordingBase {
+    std::vector<LogRecord> log;     // since Reset
+    uint64_t ulAllocations = 0;     // since Reset
+    uint64_t ulFailAllocation = 0;  // fail this one, counted from 1 since Reset; 0: none
+    int64_t lBlocks = 0;            // in use, over the whole process
+    uint32_t uiBaseInitCalls = 0;   // over the whole process
+    uint32_t uiHandleInitCalls = 0; // over the whole process
+    uint32_t uiBaseInitResult = 0;  // what ZR_BaseInit answers
+    bool bHandleInitFails = false;
+    bool bSecureCallsFail = false; // memset_s and strncpy_s do their work and still answer non-zero
+    bool bKeepNotes = true;        // records of level 0 are kept too
+
+    void Reset(); // forgets the log, the counts since Reset and everything that was to fail
+
+    // The log as lines "level code text", with the code in hex, each ended by a newline.
+    [[nodiscard]] std::string LogText() const;
+    // The texts alone, of records from a level on.
+    [[nodiscard]] std::vector<std::string> Texts(uint32_t uiFromLevel = 0) const;
+};
+
+// The one instance. Its calls take a lock; its fields are read by the test between calls.
+RecordingBase &Base();

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+// A check of a whole loaded document, and its tree written as text for comparison.
+#pragma once
+
+#include <string>
+
+#include <zr_yaml.h>
+
+// Checks every father, every link both ways, that every node of the tree is on the all-nodes list once, that types fit
+// the children, that texts are where they belong and that the unmarked keys of a map differ.
+// The first fault found, or an empty text.
+std::string TreeCheck(const YamlHandle &stHandle);
+
+// The document as it reads, marked keys left out: maps "{k:v,...}", sequences "[...]", scalars quoted with '"', where
+// '"', '\\' and control characters are escaped as \xx; an empty document is "".
+std::string TreeText(const YamlHandle &stHandle);
+
+// Writes a text to a new file of its own; the file goes with the object.
+class TempFile {
+public:
+    explicit TempFile(const std::string &text);
+    ~TempFile();
+    TempFile(const TempFile &) = delete;
+    TempFile &operator=(const TempFile &) = delete;
+    [[nodiscard]] const char *Path() const { return m_path.c_str(); }
+
+private:
+    std::string m_path;
+};
+
+// Loads a text through a file; the caller frees the document.
+YamlHandle *TextFileLoad(const std::string &text);

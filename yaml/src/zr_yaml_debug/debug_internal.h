@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+// What the files of this folder share.
+#pragma once
+
+#include "../node_tree.h"
+#include "../report.h"
+
+namespace zryaml::debug {
+
+extern ZR_LogModule YamlLogModule;
+
+} // namespace zryaml::debug
+
+using namespace zryaml;
+using namespace zryaml::debug;

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: Apache-2.0
+// The guard looks at bytes, not characters: zero bytes are passed over, so that it reads UTF-16 as well, and a byte
+// that may end a line break of YAML 1.1 (also NEL, LS, PS or a byte order mark) is taken for one.
+#include "input_guard.h"
+
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view g_svDirective = "%TAG";
+
+} // namespace
+
+InputGuard::InputGuard(yaml_parser_t &stParser, const YamlLimits &stLimits) noexcept
+    : m_pfnRead(stParser.read_handler), m_pReadData(stParser.read_handler_data), m_stLimits(stLimits)
+{
+    stParser.read_handler = Read;
+    stParser.read_handler_data = this;
+}
+
+int InputGuard::Read(void *pGuard, unsigned char *pucBuffer, size_t ulSize, size_t *pulRead) noexcept
+{
+    auto &stGuard = *static_cast<InputGuard *>(pGuard);
+    if (stGuard.m_pfnRead(stGuard.m_pReadData, pucBuffer, ulSize, pulRead) == 0)
+        return 0;
+    stGuard.m_uiRefusal = stGuard.Check(pucBuffer, *pulRead);
+    return stGuard.m_uiRefusal == YAML_OK ? 1 : 0;
+}
+
+uint32_t InputGuard::Check(const unsigned char *pucText, size_t ulLength) noexcept
+{
+    if (m_ulBytes == 0 && ulLength > 0)
+        m_bUtf16 = pucText[0] >= 0xFE;
+    m_ulBytes += ulLength;
+    if (m_ulBytes > m_stLimits.ulFileBytes) {
+        const uint32_t uiCode = YAML_FAIL(YAML_ERR_NOMEM, "The file is too large. (Limit=%zu)",
+                                          static_cast<size_t>(m_stLimits.ulFileBytes));
+        ErrorHintAdd("a file may have %zu bytes (limit ulFileBytes)", static_cast<size_t>(m_stLimits.ulFileBytes));
+        return uiCode;
+    }
+    DirectivesCount(pucText, ulLength);
+    if (m_uiDirectives > m_stLimits.uiDirectives) {
+        const uint32_t uiCode =
+            YAML_FAIL(YAML_ERR_EVENT, "There are too many directives. (Limit=%u)", m_stLimits.uiDirectives);
+        ErrorHintAdd("a file may have %u %%TAG directives (limit uiDirectives)", m_stLimits.uiDirectives);
+        return uiCode;
+    }
+    return YAML_OK;
+}
+
+bool InputGuard::IsLineStart(unsigned char ucBefore) const noexcept
+{
+    switch (ucBefore) {
+    case '\n':
+    case '\r':
+    case 0x85: // NEL
+    case 0xA8: // LS and PS in UTF-8
+    case 0xA9:
+    case 0xBF: // byte order marks
+    case 0xFE:
+    case 0xFF:
+        return true;
+    case 0x20: // LS and PS in UTF-16
+    case 0x28:
+    case 0x29:
+        return m_bUtf16;
+    default:
+        return false;
+    }
+}
+
+void InputGuard::DirectivesCount(const unsigned char *pucText, size_t ulLength) noexcept
+{
+    const unsigned char *pucEnd = pucText + ulLength;
+    for (const unsigned char *puc = pucText; puc != pucEnd; ++puc) {
+        if (m_ulMatched == 0) { // most of a file is passed here
+            const void *pPercent = memchr(puc, '%', static_cast<size_t>(pucEnd - puc));
+            if (pPercent == nullptr)
+                break;
+            puc = static_cast<const unsigned char *>(pPercent);
+            const unsigned char *pucBefore = puc;
+            while (pucBefore != pucText && pucBefore[-1] == 0)
+                --pucBefore;
+            m_ulMatched = IsLineStart(pucBefore != pucText ? pucBefore[-1] : m_ucBefore) ? 1 : 0;
+        } else if (*puc != 0) {
+            m_ulMatched = *puc == static_cast<unsigned char>(g_svDirective[m_ulMatched]) ? m_ulMatched + 1 : 0;
+            if (m_ulMatched == g_svDirective.size()) {
+                ++m_uiDirectives;
+                m_ulMatched = 0;
+            }
+        }
+    }
+    while (ulLength > 0 && pucText[ulLength - 1] == 0)
+        --ulLength;
+    if (ulLength > 0)
+        m_ucBefore = pucText[ulLength - 1];
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+// Stands between libyaml and what it reads: refuses a file that is too large or has too many %TAG directives as its
+// bytes arrive, before they are parsed. libyaml's time grows with the square of the number of directives.
+#pragma once
+
+#include "parse_internal.h"
+
+#include <yaml.h>
+
+namespace zryaml::parse {
+
+class InputGuard {
+public:
+    // Puts itself in front of the reader that the parser has been given. Must live as long as the parser reads.
+    InputGuard(yaml_parser_t &stParser, const YamlLimits &stLimits) noexcept;
+    InputGuard(const InputGuard &) = delete;
+    InputGuard &operator=(const InputGuard &) = delete;
+
+    // The code of the refusal, which has been logged; 0 if there was none.
+    [[nodiscard]] uint32_t Refusal() const noexcept { return m_uiRefusal; }
+
+private:
+    static int Read(void *pGuard, unsigned char *pucBuffer, size_t ulSize, size_t *pulRead) noexcept;
+    void DirectivesCount(const unsigned char *pucText, size_t ulLength) noexcept;
+    [[nodiscard]] bool IsLineStart(unsigned char ucBefore) const noexcept;
+    [[nodiscard]] uint32_t Check(const unsigned char *pucText, size_t ulLength) noexcept;
+
+    yaml_read_handler_t *m_pfnRead; // libyaml's own
+    void *m_pReadData;
+    const YamlLimits &m_stLimits;
+    uint64_t m_ulBytes = 0;
+    uint32_t m_uiDirectives = 0;
+    uint32_t m_uiRefusal = YAML_OK;
+    size_t m_ulMatched = 0;          // characters of "%TAG" seen
+    unsigned char m_ucBefore = '\n'; // the last byte of the part before
+    bool m_bUtf16 = false;
+};
+
+} // namespace zryaml::parse

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+// The process-wide limits: what a host may set, and their defaults. A load takes them over when it begins.
+#include "parse_internal.h"
+
+#include <pthread.h>
+
+namespace {
+
+pthread_mutex_t g_stLock = PTHREAD_MUTEX_INITIALIZER;
+
+YamlLimits g_stLimits = {
+    .uiDepth = YAML_EVENT_STACK_SIZE,
+    .uiDirectives = 1000,             // far more than anybody writes, and still parsed in no time
+    .ulFileBytes = uint64_t{1} << 30, // a tree takes about ten times as much
+    .ulCopyBytes = uint64_t{256} << 20,
+};
+
+} // namespace
+
+uint32_t ZRYAML_LimitsSet(const YamlLimits *pstLimits)
+{
+    ErrorClear();
+    if (pstLimits == nullptr || pstLimits->uiDepth == 0 || pstLimits->uiDepth > YAML_EVENT_STACK_SIZE)
+        return YAML_FAIL(YAML_ERR_PARAM, "The limits are invalid.");
+    (void)pthread_mutex_lock(&g_stLock);
+    g_stLimits = *pstLimits;
+    (void)pthread_mutex_unlock(&g_stLock);
+    return YAML_OK;
+}
+
+void ZRYAML_LimitsGet(YamlLimits *pstLimits)
+{
+    if (pstLimits == nullptr)
+        return;
+    (void)pthread_mutex_lock(&g_stLock);
+    *pstLimits = g_stLimits;
+    (void)pthread_mutex_unlock(&g_stLock);
+}

@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: Apache-2.0
+// A table of what libyaml says, with a function each that knows the usual mistake behind it.
+#include "load_explain.h"
+#include "parse_internal.h"
+
+#include <algorithm>
+#include <cstring>
+#include <sys/stat.h>
+
+namespace {
+
+struct Place { // 1-based
+    uint32_t uiLine, uiColumn;
+};
+
+Place PlaceOf(const yaml_mark_t &stMark) noexcept
+{
+    return {static_cast<uint32_t>(stMark.line + 1), static_cast<uint32_t>(stMark.column + 1)};
+}
+
+void PlaceAdd(const Place &stPlace) noexcept
+{
+    ErrorPlaceAdd(stPlace.uiLine, stPlace.uiColumn);
+}
+
+// Reads a source again from its start, part by part; gives nothing if it cannot be read twice.
+class SourceReader {
+public:
+    explicit SourceReader(const Source &stSource) noexcept : m_stSource(stSource)
+    {
+        m_bReadable = stSource.pstFile == nullptr || fseek(stSource.pstFile, 0, SEEK_SET) == 0;
+    }
+    // The next byte, or EOF.
+    int Next() noexcept
+    {
+        if (m_stSource.pstFile != nullptr)
+            return m_bReadable ? getc_unlocked(m_stSource.pstFile) : EOF;
+        return m_ulAt < m_stSource.svText.size() ? static_cast<unsigned char>(m_stSource.svText[m_ulAt++]) : EOF;
+    }
+
+private:
+    const Source &m_stSource;
+    size_t m_ulAt = 0;
+    bool m_bReadable;
+};
+
+// Counts lines and columns as libyaml does, for UTF-8.
+class PlaceCounter {
+public:
+    void Take(int iByte) noexcept
+    {
+        const bool bNewline = iByte == '\n';
+        if (iByte == '\r' || (bNewline && m_iLast != '\r'))
+            m_stPlace = {m_stPlace.uiLine + 1, 1};
+        else if (!bNewline && (static_cast<unsigned>(iByte) & 0xC0U) != 0x80U)
+            ++m_stPlace.uiColumn;
+        m_iLast = iByte;
+    }
+    [[nodiscard]] Place At() const noexcept { return m_stPlace; }
+
+private:
+    Place m_stPlace = {1, 1};
+    int m_iLast = 0;
+};
+
+struct LineText { // the beginning of one line
+    char acText[512];
+    [[nodiscard]] std::string_view View() const noexcept { return acText; }
+};
+
+LineText LineRead(const Source &stSource, uint32_t uiLine) noexcept
+{
+    LineText stLine = {};
+    size_t ulLength = 0;
+    SourceReader stReader(stSource);
+    PlaceCounter stCounter;
+    for (int iByte = stReader.Next(); iByte != EOF && stCounter.At().uiLine <= uiLine; iByte = stReader.Next()) {
+        const bool bWanted = stCounter.At().uiLine == uiLine && iByte != '\r' && iByte != '\n';
+        if (bWanted && ulLength + 1 < sizeof(stLine.acText))
+            stLine.acText[ulLength++] = static_cast<char>(iByte);
+        stCounter.Take(iByte);
+    }
+    return stLine;
+}
+
+// The column of a ':' that a letter or digit follows at once, where a space was probably meant; 0 if there is none.
+uint32_t TightColon(std::string_view svLine) noexcept
+{
+    const size_t ulColon = svLine.find(':');
+    if (ulColon == std::string_view::npos || ulColon == 0 || ulColon + 1 == svLine.size())
+        return 0;
+    const char cNext = svLine[ulColon + 1];
+    return cNext == ' ' || cNext == '\t' || cNext == '/' ? 0 : static_cast<uint32_t>(ulColon + 1);
+}
+
+bool TightColonExplain(const Source &stSource, uint32_t uiLine) noexcept
+{
+    const uint32_t uiColon = uiLine == 0 ? 0 : TightColon(LineRead(stSource, uiLine).View());
+    if (uiColon == 0)
+        return false;
+    ErrorPlaceAdd(uiLine, uiColon);
+    ErrorHintAdd("a space is missing after this ':'");
+    return true;
+}
+
+void BadCharExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+{
+    const Place stPlace = PlaceOf(stParser.problem_mark);
+    const LineText stLine = LineRead(stSource, stPlace.uiLine);
+    const size_t ulAt = stPlace.uiColumn - 1;
+    const char cChar = ulAt < stLine.View().size() ? stLine.acText[ulAt] : '\0';
+    PlaceAdd(stPlace);
+    if (cChar == '\t')
+        ErrorHintAdd("a tab cannot stand here: indent with spaces");
+    else if (cChar != '\0')
+        ErrorHintAdd("a text that begins with '%c' must be quoted", cChar);
+}
+
+void TabExplain(const yaml_parser_t &stParser, const Source &) noexcept
+{
+    PlaceAdd(PlaceOf(stParser.problem_mark));
+    ErrorHintAdd("a tab cannot stand here: indent with spaces");
+}
+
+void QuoteExplain(const yaml_parser_t &stParser, const Source &) noexcept
+{
+    PlaceAdd(PlaceOf(stParser.context_mark));
+    ErrorHintAdd("the quote that is opened here is not closed");
+}
+
+void SimpleKeyExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+{
+    const Place stPlace = PlaceOf(stParser.context_mark);
+    if (TightColonExplain(stSource, stPlace.uiLine))
+        return;
+    PlaceAdd(stPlace);
+    ErrorHintAdd("this is neither 'key: value' nor '- item'");
+}
+
+void SecondValueExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+{
+    const Place stPlace = PlaceOf(stParser.problem_mark);
+    if (TightColonExplain(stSource, stPlace.uiLine - 1))
+        return;
+    PlaceAdd(stPlace);
+    ErrorHintAdd("a second ': ' in one value: quote the value, or put the inner key on its own line");
+}
+
+void FlowExplain(const yaml_parser_t &stParser, const Source &) noexcept
+{
+    const Place stOpened = PlaceOf(stParser.context_mark);
+    const Place stProblem = PlaceOf(stParser.problem_mark);
+    PlaceAdd(stOpened.uiLine == stProblem.uiLine ? stProblem : stOpened);
+    ErrorHintAdd("the bracket opened at line %u, column %u is not closed, or a ',' is missing", stOpened.uiLine,
+                 stOpened.uiColumn);
+}
+
+void BlockExplain(const yaml_parser_t &stParser, const Source &) noexcept
+{
+    const Place stOpened = PlaceOf(stParser.context_mark);
+    PlaceAdd(PlaceOf(stParser.problem_mark));
+    ErrorHintAdd("this does not line up with what begins at line %u, column %u: look at the indentation, and at the "
+                 "line before for a quote or bracket",
+                 stOpened.uiLine, stOpened.uiColumn);
+}
+
+struct Explanation { // an entry explains a problem whose texts contain both of its own
+    const char *pcContext;
+    const char *pcProblem;
+    void (*pfnExplain)(const yaml_parser_t &, const Source &);
+};
+constexpr Explanation g_astExplanation[] = {
+    {"", "cannot start any token", BadCharExplain},
+    {"", "tab character", TabExplain},
+    {"while scanning a quoted scalar", "found unexpected", QuoteExplain},
+    {"while scanning a simple key", "could not find expected ':'", SimpleKeyExplain},
+    {"", "mapping values are not allowed", SecondValueExplain},
+    {"while parsing a flow", "did not find expected", FlowExplain},
+    {"while parsing a block", "did not find expected", BlockExplain},
+};
+
+void SyntaxExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+{
+    const char *pcContext = stParser.context != nullptr ? stParser.context : "";
+    for (const Explanation &stEntry : g_astExplanation) {
+        if (strstr(pcContext, stEntry.pcContext) != nullptr && strstr(stParser.problem, stEntry.pcProblem) != nullptr)
+            return stEntry.pfnExplain(stParser, stSource);
+    }
+    PlaceAdd(PlaceOf(stParser.problem_mark));
+}
+
+// The reader is ahead of the scanner, so its place is counted from the bytes.
+void ReaderExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+{
+    struct stat stStatus = {};
+    if (stSource.pstFile != nullptr && fstat(fileno(stSource.pstFile), &stStatus) == 0 && S_ISDIR(stStatus.st_mode))
+        return ErrorHintAdd("this is a folder, not a file");
+    if (strcmp(stParser.problem, "input error") == 0)
+        return ErrorHintAdd("the file cannot be read to its end");
+    SourceReader stReader(stSource);
+    PlaceCounter stCounter;
+    for (size_t ul = 0; ul < stParser.problem_offset; ++ul)
+        stCounter.Take(stReader.Next());
+    PlaceAdd(stCounter.At());
+    if (strstr(stParser.problem, "control characters") != nullptr)
+        ErrorHintAdd("a control character cannot stand here");
+    else
+        ErrorHintAdd("these bytes are no character: save the file as UTF-8");
+}
+
+} // namespace
+
+void zryaml::parse::ParseErrorExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+{
+    if (stParser.error == YAML_READER_ERROR)
+        ReaderExplain(stParser, stSource);
+    else if (stParser.error == YAML_SCANNER_ERROR || stParser.error == YAML_PARSER_ERROR)
+        SyntaxExplain(stParser, stSource);
+}

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: Apache-2.0
+// Iterators over the scalar pairs below a key: of a map each key with a scalar value, of a sequence the first key of
+// each element that is a map, if its value is a scalar. They only read the tree.
+#include "key_query.h"
+
+namespace {
+
+// The key whose pair an entry gives: of a map the key itself, of a sequence the first key of an element that is a map.
+// NULL if the entry is passed over.
+const YamlListNode *QualifyingKey(const YamlListNode &stEntry, bool bElement) noexcept
+{
+    const YamlListNode *pstKey = &stEntry;
+    if (bElement)
+        pstKey = stEntry.uiDataType == YAML_DATATYPE_MAP ? FirstChild(stEntry) : nullptr;
+    const bool bScalar = pstKey != nullptr && pstKey->uiNextLevelType == YAML_DATATYPE_SCALAR && HasChildren(*pstKey);
+    return bScalar ? pstKey : nullptr;
+}
+
+// Yields the first qualifying entry from a place on; the walk ends at the list's head.
+uint32_t PairYield(NodeRange::Iterator stEntry, bool bElement, YamlIterator &stIter, YamlKeyValue &stPair) noexcept
+{
+    for (; !(stEntry == NodeRange::End{}); ++stEntry) {
+        const YamlListNode *pstKey = QualifyingKey(*stEntry, bElement);
+        if (pstKey != nullptr) {
+            ReadMark(*pstKey);
+            stIter.pstCurrNode = &*stEntry;
+            stPair = {pstKey->pcValue, FirstChild(*pstKey)->pcValue};
+            return YAML_OK;
+        }
+    }
+    return YAML_ERR_ITER_END;
+}
+
+NodeRange::Iterator EntryAfter(const YamlIterator &stIter, const YamlListNode &stEntry, NodeLink eLink) noexcept
+{
+    const YamlList &stLink = eLink == NodeLink::Seq ? stEntry.stSeqLink : stEntry.stChildLink;
+    return {stLink.next, &stIter.pstFatherNode->stChildList, eLink};
+}
+
+YamlIterator *IteratorAlloc(uint32_t uiType, YamlListNode *pstContainer) noexcept
+{
+    auto *pstIter = static_cast<YamlIterator *>(ZR_MemAlloc(sizeof(YamlIterator), yaml_MemHandleGet()));
+    if (pstIter == nullptr) {
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to alloc memory for create iterator. (Size=%u)",
+                 static_cast<uint32_t>(sizeof(YamlIterator)));
+        return nullptr;
+    }
+    *pstIter = {YAML_NODE_MAGIC, uiType, pstContainer, pstContainer};
+    return pstIter;
+}
+
+} // namespace
+
+YamlIterator *yaml_IteratorCreate(YamlHandle *pstHandle, const char *pcKeyFormat, ...)
+{
+    ErrorClear();
+    if (pstHandle == nullptr || pcKeyFormat == nullptr) {
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is invalid to get iterator.");
+        return nullptr;
+    }
+    va_list stArgs;
+    va_start(stArgs, pcKeyFormat);
+    KeyQuery stQuery(*pstHandle, pcKeyFormat, stArgs);
+    va_end(stArgs);
+    YamlListNode *pstNode = stQuery.Find();
+    YamlListNode *pstContainer = pstNode != nullptr ? yaml_IteratorGetByNode(pstNode) : nullptr;
+    return pstContainer != nullptr ? IteratorAlloc(pstNode->uiNextLevelType, pstContainer) : nullptr;
+}
+
+YamlListNode *yaml_IteratorGetByNode(YamlListNode *pstNode)
+{
+    const uint32_t uiType = pstNode->uiNextLevelType;
+    if (uiType != YAML_DATATYPE_SEQ && uiType != YAML_DATATYPE_MAP) {
+        YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM,
+                 "The node style below the destination is not map or sequence. (DataType=%u)", uiType);
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_FOUND, "Can not get the specified iterator.");
+        return nullptr;
+    }
+    // By the type below alone: the maps of a sequence hang by the other link, and are no container of its own.
+    const NodeLink eLink = uiType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
+    YamlListNode *pstContainer = NodeOf(pstNode->stChildList.next, eLink);
+    const bool bHangsSo = ChildLinkOf(*pstNode) == eLink && HasChildren(*pstNode);
+    if (!bHangsSo || !IsNode(*pstContainer)) {
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_FOUND, "Can not get the specified iterator.");
+        return nullptr;
+    }
+    return pstContainer;
+}
+
+uint32_t yaml_NextKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
+{
+    ErrorClear();
+    if (pstIter == nullptr || pstKeyValue == nullptr)
+        return YAML_FAIL(YAML_ERR_PARAM, "The input parameter is invalid to get key and value.");
+    if (pstIter->uiMagic != YAML_NODE_MAGIC)
+        return YAML_FAIL(YAML_ERR_PARAM, "The input iterator is invalid.");
+    if (pstIter->pstCurrNode == pstIter->pstFatherNode)
+        return yaml_FirstKeyValueGet(pstIter, pstKeyValue);
+    return yaml_KeyValueGet(pstIter->uiIterType, pstIter->pstCurrNode, pstIter, pstKeyValue);
+}
+
+uint32_t yaml_FirstKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
+{
+    return pstIter->uiIterType == YAML_DATATYPE_MAP ? yaml_FirstMapNodeGet(pstIter, pstKeyValue)
+                                                    : yaml_FirstSeqNodeGet(pstIter, pstKeyValue);
+}
+
+uint32_t yaml_FirstMapNodeGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
+{
+    return PairYield(NodeRange(pstIter->pstCurrNode->stChildList, NodeLink::Child).begin(), false, *pstIter,
+                     *pstKeyValue);
+}
+
+uint32_t yaml_FirstSeqNodeGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
+{
+    return PairYield(NodeRange(pstIter->pstCurrNode->stChildList, NodeLink::Seq).begin(), true, *pstIter, *pstKeyValue);
+}
+
+uint32_t yaml_KeyValueGet(uint32_t uiType, YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
+{
+    switch (uiType) {
+    case YAML_DATATYPE_SEQ:
+        return yaml_NextKeyValueGetInSeq(pstNode, pstIter, pstKeyValue);
+    case YAML_DATATYPE_MAP:
+        return yaml_NextKeyValueGetInMap(pstNode, pstIter, pstKeyValue);
+    default:
+        return YAML_ERR_PARAM;
+    }
+}
+
+uint32_t yaml_NextKeyValueGetInMap(YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
+{
+    return PairYield(EntryAfter(*pstIter, *pstNode, NodeLink::Child), false, *pstIter, *pstKeyValue);
+}
+
+uint32_t yaml_NextKeyValueGetInSeq(YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
+{
+    return PairYield(EntryAfter(*pstIter, *pstNode, NodeLink::Seq), true, *pstIter, *pstKeyValue);
+}
+
+void yaml_IteratorDestroy(YamlIterator *pstIter)
+{
+    if (pstIter == nullptr || pstIter->uiMagic != YAML_NODE_MAGIC)
+        return;
+    pstIter->uiMagic = 0; // so that a stale pointer is not taken for an iterator
+    ZR_MemFree(pstIter, yaml_MemHandleGet());
+}

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: Apache-2.0
+// Finds the node that a key path names: formats the path and walks the tree from the root, one component at a time. It
+// only reads the tree and allocates nothing.
+#include "query_internal.h"
+
+#include <cstring>
+
+namespace {
+
+#define FIND_FAIL(uiCode, ...) (YAML_LOG(YAML_LOG_ERROR, (uiCode), __VA_ARGS__), nullptr)
+
+// Formats the path; false if it is empty or does not fit. Without a '%' it is copied as it stands.
+__attribute__((format(printf, 2, 0))) bool PathFormat(char (&acPath)[YAML_KEY_BUF_SIZE], const char *pcKeyFormat,
+                                                      va_list stArgs) noexcept
+{
+    if (strchr(pcKeyFormat, '%') != nullptr)
+        return vsnprintf_s(acPath, sizeof(acPath), sizeof(acPath) - 1, pcKeyFormat, stArgs) > 0;
+    const size_t ulLength = strnlen(pcKeyFormat, sizeof(acPath));
+    if (ulLength == 0 || ulLength == sizeof(acPath))
+        return false;
+    memcpy(acPath, pcKeyFormat, ulLength + 1);
+    return true;
+}
+
+YamlListNode *ElementAt(const YamlListNode &stSeq, uint32_t uiIndex) noexcept
+{
+    const YamlList *pstLink = stSeq.stChildList.next;
+    for (uint32_t ui = 0; ui < uiIndex && pstLink != &stSeq.stChildList; ++ui)
+        pstLink = pstLink->next;
+    return pstLink == &stSeq.stChildList ? nullptr : NodeOf(pstLink, NodeLink::Seq);
+}
+
+YamlListNode *KeyWithText(const YamlList &stKeys, const char *pcKeyName) noexcept
+{
+    for (YamlListNode &stKey : NodeRange(stKeys, NodeLink::Child)) {
+        if (stKey.uiSameWithAnchor != 1 && stKey.pcValue != nullptr && strcmp(stKey.pcValue, pcKeyName) == 0)
+            return &stKey;
+    }
+    return nullptr;
+}
+
+// Reads the index of a leading chain, of which pcDigits is the first character; the number of digits, 0 if rejected.
+uint32_t LeadingIndexGet(char *pcDigits, uint32_t *puiIndex) noexcept
+{
+    uint32_t uiDigits = 0;
+    while (IsDigit(pcDigits[uiDigits]))
+        ++uiDigits;
+    if (pcDigits[uiDigits] == '\0')
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_KEY, "Can not find ']' to pair with '['. (Key=%s)", pcDigits - 1);
+    else if (pcDigits[uiDigits] != ']')
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_KEY, "The key doesn't contain any digital character between '[' and ']'.");
+    else if (uiDigits == 0)
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_KEY, "Failed to get legal sequence index from '[' and ']'.");
+    else if (yaml_IndexGet(pcDigits, puiIndex) != YAML_OK)
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_KEY, "Failed to get sequence index from key. (Key=%.*s)",
+                 static_cast<int>(uiDigits + 1), pcDigits - 1);
+    else
+        return uiDigits;
+    return 0;
+}
+
+} // namespace
+
+YamlListNode *yaml_NodeGetByKey(YamlHandle *pstHandle, uint32_t *puiIndexed, const char *pcKeyFormat, va_list stArgs)
+{
+    char acPath[YAML_KEY_BUF_SIZE];
+    if (!PathFormat(acPath, pcKeyFormat, stArgs))
+        return FIND_FAIL(YAML_ERR_BUF, "The input key is too long to format.");
+    return yaml_NodeFind(pstHandle, acPath, static_cast<uint32_t>(strlen(acPath)) + 1, puiIndexed);
+}
+
+YamlListNode *yaml_NodeFind(YamlHandle *pstHandle, char *pcKeyPath, uint32_t uiKeyLen, uint32_t *puiIndexed)
+{
+    YamlListNode &stRoot = pstHandle->stRoot;
+    YamlListNode *pstTop = FirstChild(stRoot);
+    uint32_t uiIndexed = 0;
+    YamlListNode *pstFound = nullptr;
+    if (stRoot.uiDataType == YAML_DATATYPE_MAP && pstTop != nullptr) {
+        pstFound = yaml_NodeFindByKey(pstTop, pcKeyPath, uiKeyLen, &uiIndexed);
+    } else if (pcKeyPath[0] != '[') {
+        return FIND_FAIL(YAML_ERR_KEY,
+                         "The current file is begin with sequence, but the key is begin with map. (Key=%s)", pcKeyPath);
+    } else {
+        uint32_t uiRemainLen = uiKeyLen - 1;
+        // The root of an empty document has no children either, and so reads as an empty sequence.
+        pstFound = yaml_SeqNodeFindByKey(pstTop != nullptr ? pstTop : &stRoot, pcKeyPath + 1, &uiRemainLen, &uiIndexed);
+    }
+    *puiIndexed = uiIndexed;
+    return pstFound;
+}
+
+YamlListNode *yaml_NodeFindByKey(YamlListNode *pstNode, char *pcKeyPath, uint32_t uiKeyLen, uint32_t *puiIndexed)
+{
+    uint32_t uiParsedLen = 0;
+    for (;;) {
+        char acName[YAML_KEY_BUF_SIZE];
+        acName[0] = '\0';
+        uint32_t uiIndex = YAML_INDEX_NONE;
+        if (uiParsedLen + 1 >= uiKeyLen)
+            return FIND_FAIL(YAML_ERR_KEY, "The length of key is 0.");
+        if (yaml_KeyParse(pcKeyPath + uiParsedLen, sizeof(acName), acName, &uiParsedLen, &uiIndex) < 0)
+            return nullptr;
+        if (uiIndex != YAML_INDEX_NONE && acName[0] == '\0' && pstNode->uiDataType != YAML_DATATYPE_SEQ)
+            return FIND_FAIL(YAML_ERR_NODE_TYPE,
+                             "The current node is not sequence node but the sequence index is %u. (DataType=%u)",
+                             uiIndex, pstNode->uiDataType);
+        pstNode = yaml_PropertyFind(pstNode, acName, uiIndex);
+        if (pstNode == nullptr) {
+            YAML_LOG(YAML_LOG_WARN, YAML_ERR_NOT_FOUND, "Can not find the yaml node with key. (Key=%s)", acName);
+            return nullptr;
+        }
+        if (uiParsedLen == uiKeyLen) {
+            *puiIndexed = uiIndex != YAML_INDEX_NONE ? 1 : 0;
+            return pstNode;
+        }
+    }
+}
+
+YamlListNode *yaml_SeqNodeFindByKey(YamlListNode *pstNode, char *pcKeyPath, uint32_t *puiRemainLen,
+                                    uint32_t *puiIndexed)
+{
+    for (;;) {
+        uint32_t uiIndex = 0;
+        const uint32_t uiDigits = LeadingIndexGet(pcKeyPath, &uiIndex);
+        if (uiDigits == 0)
+            return nullptr;
+        *puiRemainLen -= uiDigits + 1;
+        YamlListNode *pstElement = yaml_PropertyFindInSeqList(pstNode, uiIndex);
+        if (pstElement == nullptr)
+            return FIND_FAIL(YAML_ERR_NOT_FOUND, "Can't find the specified value. (Index=%u)", uiIndex);
+        char *pcBehind = pcKeyPath + uiDigits + 1;
+        switch (*pcBehind) {
+        case '\0':
+            *puiIndexed = 1;
+            return pstElement;
+        case '.':
+            return yaml_NodeFindByKey(pstElement, pcBehind + 1, --*puiRemainLen, puiIndexed);
+        case '[':
+            if (pstElement->uiDataType != YAML_DATATYPE_SEQ)
+                return FIND_FAIL(YAML_ERR_NODE_TYPE, "The current level node is not sequence node.");
+            --*puiRemainLen;
+            pstNode = pstElement;
+            pcKeyPath = pcBehind + 1;
+            break;
+        default:
+            return FIND_FAIL(YAML_ERR_KEY, "The format of input key is wrong. (Key=%s)", pcKeyPath);
+        }
+    }
+}
+
+YamlListNode *yaml_PropertyFind(YamlListNode *pstNode, const char *pcKeyName, uint32_t uiIndex)
+{
+    switch (pstNode->uiDataType) {
+    case YAML_DATATYPE_MAP:
+        return yaml_PropertyFindInMapList(&pstNode->stChildList, pcKeyName, uiIndex);
+    case YAML_DATATYPE_SEQ:
+        return yaml_PropertyFindInSeqList(pstNode, uiIndex);
+    case YAML_DATATYPE_SCALAR:
+        return yaml_PropertyFindInScalarNode(pstNode, pcKeyName, uiIndex);
+    default:
+        return FIND_FAIL(YAML_ERR_PARAM, "Unknown data type.");
+    }
+}
+
+YamlListNode *yaml_PropertyFindInMapList(const YamlList *pstHead, const char *pcKeyName, uint32_t uiIndex)
+{
+    if (ListIsEmpty(*pstHead)) {
+        YAML_NOTE(YAML_OK, "The current map branch is empty.");
+        return nullptr;
+    }
+    YamlListNode *pstKey = KeyWithText(*pstHead, pcKeyName);
+    if (pstKey == nullptr || uiIndex == YAML_INDEX_NONE)
+        return pstKey;
+    const YamlListNode *pstValue = FirstChild(*pstKey);
+    if (pstValue == nullptr)
+        return FIND_FAIL(YAML_ERR_EMPTY, "The child list is empty when find property in map list.");
+    if (pstKey->uiNextLevelType != YAML_DATATYPE_SEQ)
+        return FIND_FAIL(YAML_ERR_NODE_TYPE,
+                         "The next node type is not sequence when find property in map list. (Type=%u, Key=%s)",
+                         pstKey->uiNextLevelType, pcKeyName);
+    return ElementAt(*pstValue, uiIndex);
+}
+
+YamlListNode *yaml_PropertyFindInSeqList(YamlListNode *pstNode, uint32_t uiIndex)
+{
+    if (!HasChildren(*pstNode))
+        return FIND_FAIL(YAML_ERR_EMPTY, "The current sequence branch is empty.");
+    if (uiIndex == YAML_INDEX_NONE)
+        return FIND_FAIL(YAML_ERR_INDEX, "The array index has not been specified.");
+    YamlListNode *pstElement = ElementAt(*pstNode, uiIndex);
+    if (pstElement != nullptr && !IsNode(*pstElement)) {
+        YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM, "Can't find the node with the index: %u", uiIndex);
+        return nullptr;
+    }
+    return pstElement;
+}
+
+YamlListNode *yaml_PropertyFindInScalarNode(YamlListNode *pstNode, const char *pcKeyName, uint32_t uiIndex)
+{
+    if (!HasChildren(*pstNode))
+        return FIND_FAIL(YAML_ERR_EMPTY, "There is not any data below this branch. (NodeData=%s)", pstNode->pcValue);
+    YamlListNode *pstValue = FirstChild(*pstNode);
+    if (pstValue == nullptr)
+        return nullptr;
+    switch (pstNode->uiNextLevelType) {
+    case YAML_DATATYPE_MAP:
+        return yaml_PropertyFindInMapList(&pstValue->stChildList, pcKeyName, uiIndex);
+    case YAML_DATATYPE_SEQ:
+        return yaml_PropertyFindInSeqList(pstValue, uiIndex);
+    default: // a path may end on a scalar value whose text it names
+        return strcmp(pstValue->pcValue, pcKeyName) == 0 ? pstValue : nullptr;
+    }
+}

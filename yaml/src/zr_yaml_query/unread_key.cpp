@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: Apache-2.0
+// Keys that nobody read: lookups and iterators mark what they hand out while the debug switch is on, one bit in the
+// key, set without a lock; the walk lists the keys that have stayed unmarked.
+#include "key_query.h"
+
+#include <cstring>
+
+namespace {
+
+bool IsKey(const YamlListNode &stNode) noexcept
+{
+    const YamlListNode *pstFather = stNode.pstFather;
+    return pstFather != nullptr && pstFather->uiDataType == YAML_DATATYPE_MAP && pstFather->pstFather != nullptr;
+}
+
+bool IsRead(const YamlListNode &stKey) noexcept
+{
+    return (__atomic_load_n(&stKey.uiState, __ATOMIC_RELAXED) & NODE_READ) != 0;
+}
+
+// A key of no interest: a repeated one, which reads as the merged key, or a template for aliases and merges.
+bool IsPassedOver(const YamlListNode &stKey) noexcept
+{
+    const YamlListNode *pstValue = FirstChild(stKey);
+    return stKey.uiSameWithAnchor == 1 || pstValue == nullptr || (pstValue->uiState & NODE_ANCHORED) != 0;
+}
+
+// The node that follows a node and all that is below it.
+const YamlListNode *Behind(const YamlListNode *pstNode) noexcept
+{
+    for (; pstNode->pstFather != nullptr; pstNode = pstNode->pstFather) {
+        const YamlListNode &stFather = *pstNode->pstFather;
+        const NodeLink eLink = ChildLinkOf(stFather);
+        const YamlList &stLink = eLink == NodeLink::Seq ? pstNode->stSeqLink : pstNode->stChildLink;
+        if (stLink.next != &stFather.stChildList)
+            return NodeOf(stLink.next, eLink);
+    }
+    return nullptr;
+}
+
+const YamlListNode *UnreadFrom(const YamlListNode *pstNode) noexcept
+{
+    while (pstNode != nullptr) {
+        const bool bKey = IsKey(*pstNode);
+        const bool bPassed = bKey && IsPassedOver(*pstNode);
+        if (bKey && !bPassed && !IsRead(*pstNode))
+            return pstNode;
+        const YamlListNode *pstBelow = bPassed ? nullptr : FirstChild(*pstNode);
+        pstNode = pstBelow != nullptr ? pstBelow : Behind(pstNode);
+    }
+    return nullptr;
+}
+
+void UnreadFill(const YamlListNode &stKey, YamlUnreadKey &stUnread) noexcept
+{
+    const YamlListNode *pstWritten = stKey.uPrivate.pstSameKey; // where a merged key was overridden
+    const YamlListNode &stPlace = pstWritten != nullptr ? *pstWritten : stKey;
+    stUnread.pcKey = stKey.pcValue;
+    stUnread.uiLine = stPlace.uiLine;
+    stUnread.uiColumn = stPlace.uiColumn;
+    stUnread.uiFromAlias = stPlace.uiFromAlias;
+    stUnread.pstNode = &stKey;
+    if (ZRYAML_ValuePathGet(&stKey, sizeof(stUnread.acPath), stUnread.acPath) >= sizeof(stUnread.acPath))
+        memcpy(stUnread.acPath + sizeof(stUnread.acPath) - 4, "...", 4);
+}
+
+} // namespace
+
+void zryaml::query::ReadMark(const YamlListNode &stNode) noexcept
+{
+    if (yaml_IsDebugSwitchOpen() == 0)
+        return;
+    for (const YamlListNode *pst = &stNode; pst != nullptr; pst = pst->pstFather) {
+        if (!IsKey(*pst))
+            continue;
+        if (IsRead(*pst))
+            return; // and so are all above
+        // The bit is the library's own and the only one that changes after the load.
+        __atomic_fetch_or(&const_cast<YamlListNode *>(pst)->uiState, NODE_READ, __ATOMIC_RELAXED);
+    }
+}
+
+uint32_t ZRYAML_UnreadKeyNext(YamlHandle *pstHandle, YamlUnreadKey *pstKey)
+{
+    ErrorClear();
+    if (pstHandle == nullptr || pstKey == nullptr)
+        return YAML_FAIL(YAML_ERR_PARAM, "The parameter is null.");
+    if (yaml_IsDebugSwitchOpen() == 0)
+        return YAML_FAIL(YAML_ERR_SWITCH_OFF, "The debug switch has not been open.");
+    const YamlListNode *pstFrom = pstKey->pstNode != nullptr ? Behind(pstKey->pstNode) : ZRYAML_RootGet(pstHandle);
+    const YamlListNode *pstUnread = UnreadFrom(pstFrom);
+    if (pstUnread == nullptr)
+        return YAML_ERR_ITER_END;
+    UnreadFill(*pstUnread, *pstKey);
+    return YAML_OK;
+}
