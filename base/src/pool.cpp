@@ -22,7 +22,7 @@ struct Pool {
     zr::BlockSource stBlocks;
     uint64_t ulBlocksInUse = 0;
     uint64_t ulBytesInUse = 0;
-    uint64_t ulBytesPeak = 0;
+    uint64_t ulBytesPeak = 0; // before the last blocks that came back; what is in use now may be more
     std::unique_ptr<char[]> pName;
     Pool *pstNext = nullptr;
 };
@@ -37,6 +37,23 @@ constinit std::atomic<Pool *> g_pstPools{nullptr};
     if (pCopy != nullptr)
         memcpy(pCopy.get(), pcText, ulBytes);
     return pCopy;
+}
+
+[[nodiscard]] void *Take(Pool &stPool, uint32_t uiSize) noexcept
+{
+    void *pBlock = stPool.stBlocks.Take(uiSize);
+    if (pBlock != nullptr) [[likely]] {
+        ++stPool.ulBlocksInUse;
+        stPool.ulBytesInUse += zr::BlockBytesOf(uiSize);
+    }
+    return pBlock;
+}
+
+void Give(Pool &stPool, void *pBlock) noexcept
+{
+    stPool.ulBytesPeak = std::max(stPool.ulBytesPeak, stPool.ulBytesInUse);
+    stPool.ulBytesInUse -= stPool.stBlocks.Give(pBlock);
+    --stPool.ulBlocksInUse;
 }
 
 } // namespace
@@ -60,14 +77,7 @@ void *ZR_MemAlloc(uint32_t uiSize, void *pMemHandle)
     if (pMemHandle == nullptr)
         return nullptr;
     auto &stPool = *static_cast<Pool *>(pMemHandle);
-    const zr::PoolLock stHeld(stPool.stLock);
-    void *pBlock = stPool.stBlocks.Take(uiSize);
-    if (pBlock != nullptr) {
-        ++stPool.ulBlocksInUse;
-        stPool.ulBytesInUse += zr::BlockBytesOf(uiSize);
-        stPool.ulBytesPeak = std::max(stPool.ulBytesPeak, stPool.ulBytesInUse);
-    }
-    return pBlock;
+    return zr::Guarded(stPool.stLock, [&stPool, uiSize]() noexcept { return Take(stPool, uiSize); });
 }
 
 void ZR_MemFree(void *pBlock, void *pMemHandle)
@@ -75,9 +85,7 @@ void ZR_MemFree(void *pBlock, void *pMemHandle)
     if (pBlock == nullptr || pMemHandle == nullptr)
         return;
     auto &stPool = *static_cast<Pool *>(pMemHandle);
-    const zr::PoolLock stHeld(stPool.stLock);
-    stPool.ulBytesInUse -= stPool.stBlocks.Give(pBlock);
-    --stPool.ulBlocksInUse;
+    zr::Guarded(stPool.stLock, [&stPool, pBlock]() noexcept { Give(stPool, pBlock); });
 }
 
 uint32_t ZR_MemInfoGet(void *pMemHandle, ZR_MemInfo *pstInfo)
@@ -85,11 +93,12 @@ uint32_t ZR_MemInfoGet(void *pMemHandle, ZR_MemInfo *pstInfo)
     if (pMemHandle == nullptr || pstInfo == nullptr)
         return EINVAL;
     auto &stPool = *static_cast<Pool *>(pMemHandle);
-    const zr::PoolLock stHeld(stPool.stLock);
-    *pstInfo = {.pcName = stPool.pName.get(),
-                .ulBlocksInUse = stPool.ulBlocksInUse,
-                .ulBytesInUse = stPool.ulBytesInUse,
-                .ulBytesPeak = stPool.ulBytesPeak,
-                .ulBytesHeld = stPool.stBlocks.HeldBytes()};
+    *pstInfo = zr::Guarded(stPool.stLock, [&stPool]() noexcept {
+        return ZR_MemInfo{.pcName = stPool.pName.get(),
+                          .ulBlocksInUse = stPool.ulBlocksInUse,
+                          .ulBytesInUse = stPool.ulBytesInUse,
+                          .ulBytesPeak = std::max(stPool.ulBytesPeak, stPool.ulBytesInUse),
+                          .ulBytesHeld = stPool.stBlocks.HeldBytes()};
+    });
     return 0;
 }

@@ -13,35 +13,24 @@
 
 namespace zr {
 
-// Holds the mutex while it lives, if anybody else could want it. The question is asked once: a single thread cannot
-// gain company while it is inside the pool.
-class PoolLock {
-public:
-    explicit PoolLock(std::mutex &stMutex) noexcept : m_pstMutex(IsAlone() ? nullptr : &stMutex)
-    {
-        if (m_pstMutex != nullptr)
-            m_pstMutex->lock();
-    }
-    ~PoolLock()
-    {
-        if (m_pstMutex != nullptr)
-            m_pstMutex->unlock();
-    }
-    PoolLock(const PoolLock &) = delete;
-    PoolLock &operator=(const PoolLock &) = delete;
-
-private:
-    [[nodiscard]] static bool IsAlone() noexcept
-    {
+// Whether the process has a single thread, which cannot gain company while it is inside the pool.
+[[nodiscard]] inline bool IsAlone() noexcept
+{
 #if __has_include(<sys/single_threaded.h>)
-        return __libc_single_threaded != 0;
+    return __libc_single_threaded != 0;
 #else
-        return false;
+    return false;
 #endif
-    }
+}
 
-    std::mutex *m_pstMutex;
-};
+// Does some work while holding the mutex, if anybody else could want it.
+template <typename Work> auto Guarded(std::mutex &stMutex, Work fnWork) noexcept
+{
+    if (IsAlone()) [[likely]]
+        return fnWork();
+    const std::lock_guard stHeld(stMutex);
+    return fnWork();
+}
 
 } // namespace zr
 

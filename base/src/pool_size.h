@@ -21,15 +21,16 @@ constexpr size_t Classes = SmallClasses + std::bit_width(MediumMax) - std::bit_w
 // Bytes handed out for a request.
 [[nodiscard]] constexpr uint64_t BlockBytesOf(uint32_t uiSize) noexcept
 {
-    if (uiSize > SmallMax && uiSize <= MediumMax)
+    if (uiSize > SmallMax && uiSize <= MediumMax) [[unlikely]]
         return std::bit_ceil(uiSize);
-    return uiSize == 0 ? BlockAlign : (uint64_t{uiSize} + BlockAlign - 1) / BlockAlign * BlockAlign;
+    const uint64_t ulAsked = uint64_t{uiSize} + (uiSize == 0 ? 1 : 0);
+    return (ulAsked + BlockAlign - 1) / BlockAlign * BlockAlign;
 }
 
 // Class of a small or medium size as BlockBytesOf makes it.
 [[nodiscard]] constexpr size_t ClassOf(uint64_t ulBlockBytes) noexcept
 {
-    if (ulBlockBytes <= SmallMax)
+    if (ulBlockBytes <= SmallMax) [[likely]]
         return ulBlockBytes / BlockAlign - 1;
     return SmallClasses + static_cast<size_t>(std::bit_width(ulBlockBytes) - std::bit_width(SmallMax)) - 1;
 }

@@ -81,10 +81,9 @@ uint32_t ZRYAML_ContextDump(YamlHandle *pstHandle, uint32_t uiBufSize, char *pcB
 uint32_t yaml_DumpValue(YamlHandle *pstHandle, uint32_t uiBufSize, char *pcBuf)
 {
     YamlListNode *pstTop = FirstChild(pstHandle->stRoot);
-    if (pstTop == nullptr) {
-        pcBuf[0] = '\0';
+    pcBuf[0] = '\0'; // also when not even the first piece is written
+    if (pstTop == nullptr)
         return YAML_OK;
-    }
     const uint32_t uiRest = std::min(uiBufSize, uint32_t{INT32_MAX}); // what a count can hold
     const int32_t iCount = pstHandle->stRoot.uiDataType == YAML_DATATYPE_MAP
                                ? yaml_DumpMapList(pstTop, 0, 0, uiRest, pcBuf)

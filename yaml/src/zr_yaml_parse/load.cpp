@@ -36,7 +36,7 @@ struct Parser { // deleted however the loop is left
     Parser &operator=(const Parser &) = delete;
 };
 
-struct Event { // deleted before the next one is read
+struct Event { // emptied after each use, and however the loop is left
     yaml_event_t stRaw;
 
     Event() noexcept { YAML_SECURE(memset_s(&stRaw, sizeof(stRaw), 0, sizeof(stRaw))); }
@@ -69,8 +69,7 @@ uint32_t EventsParse(yaml_parser_t &stParser, const Source &stSource, YamlHandle
 {
     const InputGuard stGuard(stParser, stHandle.stLimits);
     ParseState stState = {&stHandle.stRoot};
-    for (;;) {
-        Event stEvent;
+    for (Event stEvent;; yaml_event_delete(&stEvent.stRaw)) {
         if (yaml_parser_parse(&stParser, &stEvent.stRaw) == 0) {
             if (stGuard.Refusal() != YAML_OK)
                 return stGuard.Refusal();

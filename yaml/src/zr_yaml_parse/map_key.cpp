@@ -161,9 +161,7 @@ uint32_t yaml_AnchorNodeReplace(YamlListNode *pstNewNode, YamlListNode *pstSameK
 
 void yaml_AnchorChildListRemove(YamlListNode *pstSameKeyNode)
 {
-    while (YamlListNode *pstChild = FirstChild(*pstSameKeyNode)) {
-        ChildrenDetach(*pstChild); // they stay with the document, but reach nothing that is released
+    while (YamlListNode *pstChild = FirstChild(*pstSameKeyNode))
         yaml_ListNodeFree(pstChild);
-    }
     pstSameKeyNode->uiNextLevelType = YAML_DATATYPE_NONE; // whatever comes next decides it anew
 }

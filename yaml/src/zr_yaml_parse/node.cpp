@@ -16,20 +16,17 @@ void zryaml::parse::NodeRelease(YamlListNode &stNode) noexcept
 
 void yaml_NodeInit(YamlListNode *pstNode)
 {
-    YAML_SECURE(memset_s(pstNode, sizeof(*pstNode), 0, sizeof(*pstNode)));
+    if (memset_s(pstNode, sizeof(*pstNode), 0, sizeof(*pstNode)) != 0) {
+        YAML_LOG_ONLY(YAML_LOG_WARN, YAML_ERR_PARAM, "Secure check fail.");
+        *pstNode = {};
+    }
     pstNode->uiMagic = YAML_NODE_MAGIC;
     ListInit(pstNode->stChildLink);
     ListInit(pstNode->stChildList);
     ListInit(pstNode->stSeqLink);
     ListInit(pstNode->stAllocLink);
-    pstNode->uiFromAlias = 0;
-    pstNode->uiSameWithAnchor = 0;
-    pstNode->pstFather = nullptr;
     pstNode->uiDataType = YAML_DATATYPE_NONE;
     pstNode->uiNextLevelType = YAML_DATATYPE_NONE;
-    pstNode->pcValue = nullptr;
-    pstNode->uiLine = pstNode->uiColumn = pstNode->uiState = 0;
-    pstNode->uPrivate = {};
 }
 
 YamlListNode *yaml_ListNodeAlloc(YamlHandle *pstHandle)
@@ -50,6 +47,7 @@ YamlListNode *yaml_ListNodeAlloc(YamlHandle *pstHandle)
 
 void yaml_ListNodeFree(YamlListNode *pstNode)
 {
+    ChildrenDetach(*pstNode); // they stay with the document, but reach nothing that is released
     ListRemove(pstNode->stAllocLink);
     ListRemove(pstNode->stChildLink);
     ListRemove(pstNode->stSeqLink);

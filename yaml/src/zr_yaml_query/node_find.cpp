@@ -22,12 +22,14 @@ __attribute__((format(printf, 2, 0))) bool PathFormat(char (&acPath)[YAML_KEY_BU
     return true;
 }
 
-YamlListNode *ElementAt(const YamlListNode &stSeq, uint32_t uiIndex) noexcept
+// The entry with a number, which may be no node itself; NULL past the end, or past an entry that is no node.
+YamlListNode *EntryAt(const YamlListNode &stSeq, uint32_t uiIndex) noexcept
 {
-    const YamlList *pstLink = stSeq.stChildList.next;
-    for (uint32_t ui = 0; ui < uiIndex && pstLink != &stSeq.stChildList; ++ui)
+    const YamlList &stHead = stSeq.stChildList;
+    const YamlList *pstLink = stHead.next;
+    for (; uiIndex > 0 && pstLink != &stHead && IsNode(*NodeOf(pstLink, NodeLink::Seq)); --uiIndex)
         pstLink = pstLink->next;
-    return pstLink == &stSeq.stChildList ? nullptr : NodeOf(pstLink, NodeLink::Seq);
+    return pstLink == &stHead || uiIndex > 0 ? nullptr : NodeOf(pstLink, NodeLink::Seq);
 }
 
 YamlListNode *KeyWithText(const YamlList &stKeys, const char *pcKeyName) noexcept
@@ -178,7 +180,8 @@ YamlListNode *yaml_PropertyFindInMapList(const YamlList *pstHead, const char *pc
         return FIND_FAIL(YAML_ERR_NODE_TYPE,
                          "The next node type is not sequence when find property in map list. (Type=%u, Key=%s)",
                          pstKey->uiNextLevelType, pcKeyName);
-    return ElementAt(*pstValue, uiIndex);
+    YamlListNode *pstElement = EntryAt(*pstValue, uiIndex);
+    return pstElement != nullptr && IsNode(*pstElement) ? pstElement : nullptr;
 }
 
 YamlListNode *yaml_PropertyFindInSeqList(YamlListNode *pstNode, uint32_t uiIndex)
@@ -187,7 +190,7 @@ YamlListNode *yaml_PropertyFindInSeqList(YamlListNode *pstNode, uint32_t uiIndex
         return FIND_FAIL(YAML_ERR_EMPTY, "The current sequence branch is empty.");
     if (uiIndex == YAML_INDEX_NONE)
         return FIND_FAIL(YAML_ERR_INDEX, "The array index has not been specified.");
-    YamlListNode *pstElement = ElementAt(*pstNode, uiIndex);
+    YamlListNode *pstElement = EntryAt(*pstNode, uiIndex);
     if (pstElement != nullptr && !IsNode(*pstElement)) {
         YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM, "Can't find the node with the index: %u", uiIndex);
         return nullptr;

@@ -34,10 +34,12 @@ uint32_t SizeGet(KeyQuery &stQuery) noexcept
                  uiType);
         return 0;
     }
-    const YamlListNode *pstSeq = bElement ? pstNode : NodeOf(pstNode->stChildList.next, NodeLink::Seq);
-    if (!IsNode(*pstSeq) || pstSeq->uiDataType != YAML_DATATYPE_SEQ) {
+    const YamlListNode *pstSeq = bElement ? pstNode : nullptr;
+    if (!bElement && HasChildren(*pstNode))
+        pstSeq = NodeOf(pstNode->stChildList.next, NodeLink::Seq);
+    if (pstSeq == nullptr || !IsNode(*pstSeq) || pstSeq->uiDataType != YAML_DATATYPE_SEQ) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NODE_TYPE, "The current node is not sequence node. (DataType=%u)",
-                 pstSeq->uiDataType);
+                 ZRYAML_ValueTypeGet(pstSeq));
         return 0;
     }
     uint32_t uiCount = 0;
@@ -79,7 +81,11 @@ uint32_t ZRYAML_ArraySizeGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...
 
 char *yaml_NodeValueGet(YamlListNode *pstNode, uint32_t uiIndexed)
 {
-    YamlListNode *pstValue = uiIndexed == 1 ? pstNode : NodeOf(pstNode->stChildList.next, ChildLinkOf(*pstNode));
+    YamlListNode *pstValue = uiIndexed == 1 ? pstNode : FirstChild(*pstNode);
+    if (pstValue == nullptr) {
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_EMPTY, "There is not any data in the child list.");
+        return nullptr;
+    }
     const YamlListNode *pstFirst = nullptr;
     switch (pstValue->uiDataType) {
     case YAML_DATATYPE_SCALAR:
