@@ -50,16 +50,21 @@ public:
     void Take(int iByte) noexcept
     {
         const bool bNewline = iByte == '\n';
-        if (iByte == '\r' || (bNewline && m_iLast != '\r'))
+        if (iByte == '\r' || (bNewline && m_iLast != '\r')) {
             m_stPlace = {m_stPlace.uiLine + 1, 1};
-        else if (!bNewline && (static_cast<unsigned>(iByte) & 0xC0U) != 0x80U)
+        } else if (!bNewline && (static_cast<unsigned>(iByte) & 0xC0U) != 0x80U) {
+            m_stLastChar = m_stPlace;
             ++m_stPlace.uiColumn;
+        }
         m_iLast = iByte;
     }
     [[nodiscard]] Place At() const noexcept { return m_stPlace; }
+    // The place of the last character that has begun.
+    [[nodiscard]] Place LastChar() const noexcept { return m_stLastChar; }
 
 private:
     Place m_stPlace = {1, 1};
+    Place m_stLastChar = {1, 1};
     int m_iLast = 0;
 };
 
@@ -201,7 +206,8 @@ void ReaderExplain(const yaml_parser_t &stParser, const Source &stSource) noexce
     PlaceCounter stCounter;
     for (size_t ul = 0; ul < stParser.problem_offset; ++ul)
         stCounter.Take(stReader.Next());
-    PlaceAdd(stCounter.At());
+    const bool bInsideChar = strstr(stParser.problem, "trailing") != nullptr;
+    PlaceAdd(bInsideChar ? stCounter.LastChar() : stCounter.At());
     if (strstr(stParser.problem, "control characters") != nullptr)
         ErrorHintAdd("a control character cannot stand here");
     else

@@ -163,14 +163,13 @@ uint32_t yaml_ScalarNodeAdd(YamlHandle *pstHandle, YamlListNode *pstNewNode, Yam
     pstNewNode->uiDataType = YAML_DATATYPE_SCALAR;
     *ppstCurrNode = pstNewNode;
     const uint32_t uiOpen = yaml_CurrEventGet(pstHandle);
-    switch (uiOpen) {
-    case YAML_SEQUENCE_START_EVENT:
+    if (uiOpen == YAML_SEQUENCE_START_EVENT)
         return yaml_ScalarNodeAddInSeq(pstNewNode, pstCurrNode);
-    case YAML_MAPPING_START_EVENT:
+    if (uiOpen == YAML_MAPPING_START_EVENT)
         return yaml_ScalarNodeAddInMap(pstNewNode, pstCurrNode, puiKeyValueFlag);
-    default:
-        return YAML_FAIL(YAML_ERR_EVENT, "Unknown last event when add scalar data. (Event=%u)", uiOpen);
-    }
+    const uint32_t uiCode = YAML_FAIL(YAML_ERR_EVENT, "Unknown last event when add scalar data. (Event=%u)", uiOpen);
+    ErrorHintAdd("a document is a map or a sequence: is a space missing after a ':' or '-'?");
+    return uiCode;
 }
 
 uint32_t yaml_ScalarNodeAddInMap(YamlListNode *pstNewNode, YamlListNode *pstCurrNode, uint32_t *puiKeyValueFlag)
