@@ -29,12 +29,17 @@ uint64_t PointChoose() noexcept
     return bChosen ? ulPoint : ulNone;
 }
 
+// A sum of two numbers below the prime, modulo the prime.
+uint64_t Reduced(uint64_t ulSum) noexcept
+{
+    return ulSum >= Prime ? ulSum - Prime : ulSum;
+}
+
 uint64_t MultiplyMod(uint64_t ulA, uint64_t ulB) noexcept
 {
     __extension__ using Wide = unsigned __int128;
     const Wide ulProduct = static_cast<Wide>(ulA) * ulB;
-    const uint64_t ulSum = static_cast<uint64_t>(ulProduct & Prime) + static_cast<uint64_t>(ulProduct >> 61);
-    return ulSum >= Prime ? ulSum - Prime : ulSum;
+    return Reduced(static_cast<uint64_t>(ulProduct & Prime) + static_cast<uint64_t>(ulProduct >> 61));
 }
 
 } // namespace
@@ -44,16 +49,14 @@ uint64_t zryaml::parse::TextHash(const char *pcText) noexcept
     const uint64_t ulChosen = __atomic_load_n(&g_ulPoint, __ATOMIC_RELAXED);
     const uint64_t ulPoint = ulChosen != 0 ? ulChosen : PointChoose();
 
-    size_t ulLeft = strlen(pcText);
-    uint64_t ulHash = MultiplyMod(ulLeft % Prime, ulPoint);
-    for (; ulLeft > 0; pcText += WordBytes) {
-        const size_t ulTaken = ulLeft < WordBytes ? ulLeft : WordBytes;
+    // The last word has less than seven characters, maybe none, and none is NUL: so different texts give different
+    // words.
+    uint64_t ulHash = 0;
+    for (bool bMore = true; bMore;) {
         uint64_t ulWord = 0;
-        memcpy(&ulWord, pcText, ulTaken);
-        ulHash = MultiplyMod((ulHash + ulWord) % Prime, ulPoint);
-        if (ulLeft <= WordBytes)
-            break;
-        ulLeft -= WordBytes;
+        for (size_t ul = 0; ul < WordBytes && (bMore = *pcText != '\0'); ++ul)
+            ulWord = ulWord << 8 | static_cast<unsigned char>(*pcText++);
+        ulHash = MultiplyMod(Reduced(ulHash + ulWord + 1), ulPoint);
     }
     return ulHash ^ (ulHash >> 32); // the low bits pick the slot
 }
