@@ -113,6 +113,11 @@ TEST(Limits, DirectivesAreSeenInEveryForm)
         EXPECT_EQ(Refusal(Utf16(Directives(900, "\n"), bBigEndian)), "");
         EXPECT_EQ(Refusal(Utf16(Directives(1001, "\n"), bBigEndian)), TooMany);
     }
+    const std::string directive = "%TAG !t! " + std::string(1024 - 9, 'x');
+    EXPECT_EQ(Refusal(directive + "\n--- {a: 1}"), "");
+    EXPECT_EQ(Refusal(directive + "x\n--- {a: 1}"), "The directive is too long. (Limit=1024)");
+    EXPECT_EQ(Refusal(directive + std::string(100000, 'x')), "The directive is too long. (Limit=1024)");
+    EXPECT_EQ(Refusal(Utf16(directive + "(x\n--- {a: 1}", false)), "The directive is too long. (Limit=1024)");
     EXPECT_EQ(Refusal("a: |\n" + Repeated("  %TAG in a text\n", 3000)), "");
     EXPECT_EQ(Refusal("a: \"" + Repeated("%TAG %TA ", 3000) + "\""), "");
 }

@@ -139,7 +139,8 @@ TEST(UnreadKey, ListsWhatNobodyTouched)
     EXPECT_EQ(UnreadText(pstHandle).substr(0, 13), "m.x@2* m.z@2 ");
     YamlIterator *pstIter = yaml_IteratorCreate(pstHandle, "l[2]");
     EXPECT_EQ(pstIter, nullptr);
-    EXPECT_NE(ZRYAML_ValueTextGet(ZRYAML_ValueFind(pstHandle, "l[2].y")), nullptr);
+    YamlChild stChild = {};
+    EXPECT_EQ(ZRYAML_ChildGet(ZRYAML_ValueFind(pstHandle, "l[2]"), 1, &stChild), YAML_OK);
     EXPECT_EQ(ZRYAML_PropertyGet(pstHandle, "absent"), nullptr);
     EXPECT_EQ(UnreadText(pstHandle), "m.x@2* m.z@2 l[0].a\\.b@4 l[0].{}@4 l[2].x@6* ");
     ZRYAML_DebugSwitchSet(0);

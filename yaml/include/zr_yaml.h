@@ -96,7 +96,8 @@ typedef struct YamlList {
  * One node of the tree.
  *
  * 1. A map node's children are its keys; a key's only child is its value; a sequence node's children are its
- *    elements; all in document order.
+ *    elements; all in document order. Merged keys stand where "<<" stood; a key that follows one that overrides a
+ *    merged key stands right behind that merged key.
  * 2. A child hangs by stSeqLink when its father is a sequence node or has a sequence as its value, else by
  *    stChildLink, and pstFather is the node whose stChildList holds it.
  * 3. A key written after a merge that brought the same key (uiSameWithAnchor 1) keeps no children: its value hangs
@@ -254,9 +255,10 @@ ZRYAML_API YamlHandle *ZRYAML_TextLoad(const char *pcText, size_t ulLength, cons
 /**
  * Sets the limits of all loads that begin from now on, process-wide.
  *
- * A load that reaches a limit fails: depth "The collections are nested too deep. (Depth=%u)" (0x1900000B), directives
- * "There are too many directives. (Limit=%u)" (0x1900000B), bytes of a file "The file is too large. (Limit=%zu)" (12),
- * bytes of copies "The alias expansion is too large. (Alias=%s)" (12); the hint of the error record names the limit.
+ * A load that exceeds a limit fails: depth "The collections are nested too deep. (Depth=%u)" (0x1900000B), directives
+ * "There are too many directives. (Limit=%u)" (0x1900000B; one of more than 1024 bytes is refused always), bytes of a
+ * file "The file is too large. (Limit=%zu)" (12), bytes of copies "The alias expansion is too large. (Alias=%s)" (12);
+ * the hint of the error record names the limit.
  *
  * @param pstLimits  All limits; start from ZRYAML_LimitsGet.
  * @return 0; 22 if pstLimits is NULL or uiDepth is not 1 to 512 (logged, nothing changes).
@@ -270,8 +272,10 @@ ZRYAML_API void ZRYAML_LimitsGet(YamlLimits *pstLimits);
 /**
  * Tells why the last load or read of the calling thread failed.
  *
- * Set by every failing call of the sections "Load and release" to "Diagnosis", cleared by the next one that succeeds.
- * Of a call that logs more than one record the first, the cause, is kept.
+ * Set by every failing call of the sections "Load and release", "Reading by key path" and "Diagnosis", cleared by the
+ * next one that succeeds; the calls of "Walking" that fail in silence leave it alone. Of a call that logs more than one
+ * record the first, the cause, is kept: a path that finds nothing is 0x19000003, and 0x19000004, 0x19000009 or
+ * 0x1900000C where it leads into a scalar, an empty branch, or a sequence without an index.
  *
  * @return Never NULL; belongs to the thread, is overwritten by its next call. Nothing is allocated for it.
  */
@@ -379,7 +383,9 @@ ZRYAML_API const char *ZRYAML_ValueTextGet(const YamlListNode *pstValue);
 ZRYAML_API void ZRYAML_ValuePositionGet(const YamlListNode *pstValue, uint32_t *puiLine, uint32_t *puiColumn);
 
 /**
- * Writes the key path of a value, with escapes, as it would be written to find it (a '%' is not doubled).
+ * Writes the key path of a value, with escapes, as it would be written to find it (a '%' is not doubled). Paths cannot
+ * express everything: nothing below a key that ends with a backslash, and no element of a sequence under an empty key;
+ * the text is then for reading only.
  *
  * @param pcBuf      Receives the path, "" for the root, terminated if uiBufSize is not 0.
  * @param uiBufSize  Bytes of the buffer.
@@ -417,9 +423,9 @@ ZRYAML_API const YamlListNode *ZRYAML_PathFind(YamlHandle *pstHandle, const char
 /**
  * Walks the keys whose values nobody has read while the debug switch was on.
  *
- * A key counts as read when a lookup, an iterator, ZRYAML_ValueTextGet or a typed read has handed out its value or
- * anything below it. Of a map or sequence that nobody touched, only its own key is listed. A key whose value carries an
- * anchor is a template and is passed over with all below it.
+ * A key counts as read when a lookup, an iterator or a walk has handed out its value or anything below it. Of a map or
+ * sequence that nobody touched, only its own key is listed. A key whose value carries an anchor is a template and is
+ * passed over with all below it.
  *
  * @param pstHandle  Document, loaded with the switch on or off.
  * @param pstKey     All zero for the first key; then as the last call left it.
@@ -436,7 +442,8 @@ ZRYAML_API uint32_t ZRYAML_UnreadKeyNext(YamlHandle *pstHandle, YamlUnreadKey *p
  * @param pstHandle    Document.
  * @param pcKeyFormat  Key path, printf-style, with its arguments, to a key whose value is a map or a sequence.
  * @return The iterator, released with yaml_IteratorDestroy before or after the document; NULL on failure (logged):
- *         an argument is NULL (22), nothing found, neither map nor sequence (0x19000003), out of memory (12).
+ *         an argument is NULL (22), nothing found, neither map nor sequence (0x19000003, and 22 in the error record),
+ *         out of memory (12). On an element that is a sequence of sequences it walks the first of them.
  * @note   One thread at a time may use an iterator.
  */
 ZRYAML_API YamlIterator *yaml_IteratorCreate(YamlHandle *pstHandle, const char *pcKeyFormat, ...) ZRYAML_PRINTF(2, 3);
@@ -515,7 +522,7 @@ ZRYAML_API uint32_t yaml_IsDebugSwitchOpen(void);
 ZRYAML_API void yaml_NodeInit(YamlListNode *pstNode);
 /** @return A new node of the document, in no tree position yet; NULL if out of memory (logged, 12). */
 ZRYAML_API YamlListNode *yaml_ListNodeAlloc(YamlHandle *pstHandle);
-/** Takes a node out of all its lists and releases it with its text; its children stay. */
+/** Takes a node out of all its lists and releases it with its text; its children stay, with no father. */
 ZRYAML_API void yaml_ListNodeFree(YamlListNode *pstNode);
 /** @return A copy of the text from the pool, counted in uiMemSize if uiCountFlag is 1; NULL if out of memory or if
  *  the text has 4 GiB or more (logged, 12). */

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The shape of the tree: lists, the rule that tells by which link a child hangs, and the walk over children. No other
-// code turns links into nodes or follows `next`.
+// code decides which link holds a child.
 #pragma once
 
 #include <zr_yaml.h>

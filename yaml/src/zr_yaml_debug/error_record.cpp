@@ -16,7 +16,7 @@ struct ErrorRecord {
 };
 
 thread_local ErrorRecord t_stRecord;
-__attribute__((tls_model("initial-exec"))) thread_local bool t_bSet = false; // costs one load on the way to success
+thread_local bool t_bSet = false;
 
 // Ends a text that was longer than its buffer with dots, at the border of a character.
 void CutMark(char (&acText)[TextSize]) noexcept

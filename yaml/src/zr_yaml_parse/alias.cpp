@@ -28,6 +28,13 @@ uint32_t AliasInSequence(YamlHandle &stHandle, YamlListNode **ppstCurrNode, cons
     return yaml_AnchorInsertInSequence(&stHandle, ppstCurrNode, stAnchor.pstAnchoredNode, uiFirstFlag);
 }
 
+uint32_t UnknownRefuse(const char *pcName) noexcept
+{
+    const uint32_t uiCode = YAML_FAIL(YAML_ERR_ALIAS, "The alias has not defined. (Alias=%s)", pcName);
+    ErrorHintAdd("'&%s' must stand before this alias, on something that has ended", pcName);
+    return uiCode;
+}
+
 } // namespace
 
 uint32_t yaml_AliasProcess(const yaml_event_t *pstEvent, YamlListNode **ppstCurrNode, YamlHandle *pstHandle,
@@ -36,7 +43,7 @@ uint32_t yaml_AliasProcess(const yaml_event_t *pstEvent, YamlListNode **ppstCurr
     const char *pcName = reinterpret_cast<const char *>(pstEvent->data.alias.anchor);
     YamlAnchorNode *pstAnchor = yaml_AnchorObjFind(pstHandle, pcName);
     if (pstAnchor == nullptr)
-        return YAML_FAIL(YAML_ERR_ALIAS, "The alias has not defined. (Alias=%s)", pcName);
+        return UnknownRefuse(pcName);
     pstHandle->pcAlias = pcName;
     const uint32_t uiResult = yaml_AnchorNodesParse(pstHandle, ppstCurrNode, pstAnchor, puiKeyValueFlag);
     pstHandle->pcAlias = nullptr;

@@ -9,6 +9,13 @@
 namespace {
 
 constexpr std::string_view g_svDirective = "%TAG";
+constexpr size_t DirectiveMax = 1024; // bytes of one directive; a longer one serves nobody
+
+// Whether a byte ends the line of a directive, in which only ASCII may stand.
+constexpr bool IsLineEnd(unsigned char ucByte) noexcept
+{
+    return ucByte == '\n' || ucByte == '\r' || ucByte >= 0x80;
+}
 
 } // namespace
 
@@ -39,7 +46,9 @@ uint32_t InputGuard::Check(const unsigned char *pucText, size_t ulLength) noexce
         ErrorHintAdd("a file may have %zu bytes (limit ulFileBytes)", static_cast<size_t>(m_stLimits.ulFileBytes));
         return uiCode;
     }
-    DirectivesCount(pucText, ulLength);
+    DirectivesScan(pucText, ulLength);
+    if (m_ulDirective > DirectiveMax)
+        return YAML_FAIL(YAML_ERR_EVENT, "The directive is too long. (Limit=%zu)", DirectiveMax);
     if (m_uiDirectives > m_stLimits.uiDirectives) {
         const uint32_t uiCode =
             YAML_FAIL(YAML_ERR_EVENT, "There are too many directives. (Limit=%u)", m_stLimits.uiDirectives);
@@ -70,10 +79,25 @@ bool InputGuard::IsLineStart(unsigned char ucBefore) const noexcept
     }
 }
 
-void InputGuard::DirectivesCount(const unsigned char *pucText, size_t ulLength) noexcept
+// Counts the bytes of a directive up to the end of its line, and tells where it ends.
+const unsigned char *InputGuard::DirectiveSkip(const unsigned char *puc, const unsigned char *pucEnd) noexcept
+{
+    for (; puc != pucEnd && !IsLineEnd(*puc); ++puc)
+        m_ulDirective += *puc != 0 ? 1 : 0;
+    if (puc != pucEnd && m_ulDirective <= DirectiveMax)
+        m_ulDirective = 0;
+    return puc;
+}
+
+void InputGuard::DirectivesScan(const unsigned char *pucText, size_t ulLength) noexcept
 {
     const unsigned char *pucEnd = pucText + ulLength;
     for (const unsigned char *puc = pucText; puc != pucEnd; ++puc) {
+        if (m_ulDirective != 0) {
+            puc = DirectiveSkip(puc, pucEnd);
+            if (puc == pucEnd || m_ulDirective != 0)
+                break; // at the end of this part, or too long
+        }
         if (m_ulMatched == 0) { // most of a file is passed here
             const void *pPercent = memchr(puc, '%', static_cast<size_t>(pucEnd - puc));
             if (pPercent == nullptr)
@@ -87,6 +111,7 @@ void InputGuard::DirectivesCount(const unsigned char *pucText, size_t ulLength) 
             m_ulMatched = *puc == static_cast<unsigned char>(g_svDirective[m_ulMatched]) ? m_ulMatched + 1 : 0;
             if (m_ulMatched == g_svDirective.size()) {
                 ++m_uiDirectives;
+                m_ulDirective = m_ulMatched;
                 m_ulMatched = 0;
             }
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Stands between libyaml and what it reads: refuses a file that is too large or has too many %TAG directives as its
-// bytes arrive, before they are parsed. libyaml's time grows with the square of the number of directives.
+// Stands between libyaml and what it reads: refuses a file that is too large or has too many or too long %TAG
+// directives as its bytes arrive, before they are parsed. libyaml's time grows with the square of their number, and
+// with their length times the number of tags.
 #pragma once
 
 #include "parse_internal.h"
@@ -21,7 +22,8 @@ public:
 
 private:
     static int Read(void *pGuard, unsigned char *pucBuffer, size_t ulSize, size_t *pulRead) noexcept;
-    void DirectivesCount(const unsigned char *pucText, size_t ulLength) noexcept;
+    void DirectivesScan(const unsigned char *pucText, size_t ulLength) noexcept;
+    [[nodiscard]] const unsigned char *DirectiveSkip(const unsigned char *puc, const unsigned char *pucEnd) noexcept;
     [[nodiscard]] bool IsLineStart(unsigned char ucBefore) const noexcept;
     [[nodiscard]] uint32_t Check(const unsigned char *pucText, size_t ulLength) noexcept;
 
@@ -32,6 +34,7 @@ private:
     uint32_t m_uiDirectives = 0;
     uint32_t m_uiRefusal = YAML_OK;
     size_t m_ulMatched = 0;          // characters of "%TAG" seen
+    size_t m_ulDirective = 0;        // bytes of the directive at hand, 0 outside
     unsigned char m_ucBefore = '\n'; // the last byte of the part before
     bool m_bUtf16 = false;
 };

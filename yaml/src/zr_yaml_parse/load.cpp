@@ -104,14 +104,16 @@ FilePtr FileOpen(const char *pcPath) noexcept
     char acRealPath[PATH_MAX];
     acRealPath[0] = '\0';
     if (realpath(pcPath, acRealPath) == nullptr) {
+        const int iError = errno; // a log may change it
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "Failed to get real path. (InputFile=%s)", pcPath);
-        ErrorHintAdd("%s", strerrordesc_np(errno));
+        ErrorHintAdd("%s", strerrordesc_np(iError));
         return nullptr;
     }
     FilePtr pstFile(fopen(acRealPath, "r"));
     if (pstFile == nullptr) {
+        const int iError = errno;
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_OPEN, "Failed to open the file. (File=%s)", pcPath);
-        ErrorHintAdd("%s", strerrordesc_np(errno));
+        ErrorHintAdd("%s", strerrordesc_np(iError));
     }
     return pstFile;
 }

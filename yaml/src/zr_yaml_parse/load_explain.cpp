@@ -50,12 +50,15 @@ public:
     void Take(int iByte) noexcept
     {
         const bool bNewline = iByte == '\n';
-        if (iByte == '\r' || (bNewline && m_iLast != '\r')) {
+        const bool bNel = m_iLast == 0xC2 && iByte == 0x85;
+        const bool bSeparator = m_iBeforeLast == 0xE2 && m_iLast == 0x80 && (iByte == 0xA8 || iByte == 0xA9);
+        if (iByte == '\r' || (bNewline && m_iLast != '\r') || bNel || bSeparator) {
             m_stPlace = {m_stPlace.uiLine + 1, 1};
         } else if (!bNewline && (static_cast<unsigned>(iByte) & 0xC0U) != 0x80U) {
             m_stLastChar = m_stPlace;
             ++m_stPlace.uiColumn;
         }
+        m_iBeforeLast = m_iLast;
         m_iLast = iByte;
     }
     [[nodiscard]] Place At() const noexcept { return m_stPlace; }
@@ -66,6 +69,7 @@ private:
     Place m_stPlace = {1, 1};
     Place m_stLastChar = {1, 1};
     int m_iLast = 0;
+    int m_iBeforeLast = 0;
 };
 
 struct LineText { // the beginning of one line
@@ -88,14 +92,35 @@ LineText LineRead(const Source &stSource, uint32_t uiLine) noexcept
     return stLine;
 }
 
+constexpr bool IsCharStart(char cByte) noexcept
+{
+    return (static_cast<unsigned char>(cByte) & 0xC0U) != 0x80U;
+}
+
+// The rest of a line from a column on, which counts characters from 1.
+std::string_view TextFrom(std::string_view svLine, uint32_t uiColumn) noexcept
+{
+    size_t ulAt = 0;
+    for (; ulAt < svLine.size(); ++ulAt) {
+        if (IsCharStart(svLine[ulAt]) && --uiColumn == 0)
+            break;
+    }
+    return svLine.substr(ulAt);
+}
+
+uint32_t ColumnOf(std::string_view svLine, size_t ulAt) noexcept
+{
+    return static_cast<uint32_t>(std::ranges::count_if(svLine.substr(0, ulAt + 1), IsCharStart));
+}
+
 // The column of a ':' that a letter or digit follows at once, where a space was probably meant; 0 if there is none.
 uint32_t TightColon(std::string_view svLine) noexcept
 {
-    const size_t ulColon = svLine.find(':');
+    const size_t ulColon = svLine.substr(0, svLine.find('#')).find(':');
     if (ulColon == std::string_view::npos || ulColon == 0 || ulColon + 1 == svLine.size())
         return 0;
     const char cNext = svLine[ulColon + 1];
-    return cNext == ' ' || cNext == '\t' || cNext == '/' ? 0 : static_cast<uint32_t>(ulColon + 1);
+    return cNext == ' ' || cNext == '\t' || cNext == '/' ? 0 : ColumnOf(svLine, ulColon);
 }
 
 bool TightColonExplain(const Source &stSource, uint32_t uiLine) noexcept
@@ -112,13 +137,12 @@ void BadCharExplain(const yaml_parser_t &stParser, const Source &stSource) noexc
 {
     const Place stPlace = PlaceOf(stParser.problem_mark);
     const LineText stLine = LineRead(stSource, stPlace.uiLine);
-    const size_t ulAt = stPlace.uiColumn - 1;
-    const char cChar = ulAt < stLine.View().size() ? stLine.acText[ulAt] : '\0';
+    const std::string_view svRest = TextFrom(stLine.View(), stPlace.uiColumn);
     PlaceAdd(stPlace);
-    if (cChar == '\t')
+    if (svRest.starts_with('\t'))
         ErrorHintAdd("a tab cannot stand here: indent with spaces");
-    else if (cChar != '\0')
-        ErrorHintAdd("a text that begins with '%c' must be quoted", cChar);
+    else if (!svRest.empty())
+        ErrorHintAdd("a text that begins with '%c' must be quoted", svRest.front());
 }
 
 void TabExplain(const yaml_parser_t &stParser, const Source &) noexcept
@@ -145,7 +169,10 @@ void SimpleKeyExplain(const yaml_parser_t &stParser, const Source &stSource) noe
 void SecondValueExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
 {
     const Place stPlace = PlaceOf(stParser.problem_mark);
-    if (TightColonExplain(stSource, stPlace.uiLine - 1))
+    const LineText stLine = LineRead(stSource, stPlace.uiLine);
+    const size_t ulBefore = stLine.View().size() - TextFrom(stLine.View(), stPlace.uiColumn).size();
+    const bool bOwnLine = stLine.View().substr(0, ulBefore).find(": ") != std::string_view::npos;
+    if (!bOwnLine && TightColonExplain(stSource, stPlace.uiLine - 1))
         return;
     PlaceAdd(stPlace);
     ErrorHintAdd("a second ': ' in one value: quote the value, or put the inner key on its own line");

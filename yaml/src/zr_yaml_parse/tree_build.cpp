@@ -100,13 +100,20 @@ uint32_t CollectionOpen(YamlHandle &stHandle, const CollectionKind &stKind, Yaml
     return bMarked ? YAML_OK : yaml_AnchorRecord(&stHandle, pcAnchor, pstNode, stKind.uiDataType);
 }
 
+uint32_t KeyRefuse(const CollectionKind &stKind) noexcept
+{
+    const uint32_t uiCode = YAML_FAIL(YAML_ERR_EVENT, "%s", stKind.pcAsKey);
+    ErrorHintAdd("only a plain or quoted text can be a key");
+    return uiCode;
+}
+
 uint32_t CollectionStart(YamlHandle &stHandle, const CollectionKind &stKind, YamlListNode **ppstCurrNode,
                          uint32_t uiLastEventType, const char *pcAnchor) noexcept
 {
     YamlListNode *pstOpen = OpenCollection(stHandle, **ppstCurrNode);
     const bool bInMap = pstOpen != nullptr && pstOpen->uiDataType == YAML_DATATYPE_MAP;
     if (uiLastEventType == YAML_MAPPING_START_EVENT || (bInMap && !ValueExpected(*pstOpen, **ppstCurrNode)))
-        return YAML_FAIL(YAML_ERR_EVENT, "%s", stKind.pcAsKey);
+        return KeyRefuse(stKind);
     const uint32_t uiResult = DepthCheck(stHandle, 1);
     return uiResult != YAML_OK ? uiResult : CollectionOpen(stHandle, stKind, ppstCurrNode, pstOpen, pcAnchor);
 }

@@ -17,8 +17,8 @@ KeyQuery::~KeyQuery()
 {
     if (ErrorIsSet()) {
         char acPath[YAML_KEY_BUF_SIZE]; // formatted once more: the lookup has cut its copy into pieces
-        const bool bFits = vsnprintf(acPath, sizeof(acPath), m_pcKeyFormat, m_stArgs) < int{sizeof(acPath)};
-        ErrorKeyPathAdd(bFits ? acPath : m_pcKeyFormat);
+        const bool bFormatted = vsnprintf(acPath, sizeof(acPath), m_pcKeyFormat, m_stArgs) >= 0; // maybe cut
+        ErrorKeyPathAdd(bFormatted ? acPath : m_pcKeyFormat);
         ErrorFileAdd(ZRYAML_NameGet(&m_stHandle));
     }
     va_end(m_stArgs);
@@ -35,12 +35,6 @@ YamlListNode *KeyQuery::Find() noexcept
     return pstNode;
 }
 
-YamlListNode &zryaml::query::ValueOf(YamlListNode &stNode, uint32_t uiIndexed) noexcept
-{
-    YamlListNode *pstValue = uiIndexed == 1 ? nullptr : FirstChild(stNode);
-    return pstValue != nullptr ? *pstValue : stNode;
-}
-
 namespace {
 
 const YamlListNode *ValueFind(YamlHandle *pstHandle, const char *pcKeyFormat, va_list stArgs) noexcept
@@ -52,7 +46,12 @@ const YamlListNode *ValueFind(YamlHandle *pstHandle, const char *pcKeyFormat, va
     }
     KeyQuery stQuery(*pstHandle, pcKeyFormat, stArgs);
     YamlListNode *pstNode = stQuery.Find();
-    return pstNode != nullptr ? &ValueOf(*pstNode, stQuery.Indexed()) : nullptr;
+    if (pstNode == nullptr || stQuery.Indexed() == 1)
+        return pstNode;
+    const YamlListNode *pstValue = FirstChild(*pstNode);
+    if (pstValue == nullptr) // the path ends with the text of a scalar, which is no key
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_EMPTY, "There is not any data in the child list.");
+    return pstValue;
 }
 
 } // namespace

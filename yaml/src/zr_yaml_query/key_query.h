@@ -26,9 +26,6 @@ private:
     uint32_t m_uiIndexed = 0;
 };
 
-// The value that a found node stands for: an element or matched value itself, a key's value.
-[[nodiscard]] YamlListNode &ValueOf(YamlListNode &stNode, uint32_t uiIndexed) noexcept;
-
 // Marks the key whose value a node is, or that it is, and all keys above as read, while the debug switch is on.
 void ReadMark(const YamlListNode &stNode) noexcept;
 

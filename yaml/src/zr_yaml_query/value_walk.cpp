@@ -36,6 +36,7 @@ void ChildFill(const YamlListNode &stValue, const YamlListNode &stEntry, uint32_
 {
     const YamlListNode *pstBelow = EntryValue(stValue, stEntry);
     const bool bMap = stValue.uiDataType == YAML_DATATYPE_MAP;
+    ReadMark(stEntry);
     stChild = {bMap ? stEntry.pcValue : nullptr, pstBelow, ZRYAML_ValueTypeGet(pstBelow), uiIndex, &stEntry};
 }
 
@@ -114,8 +115,10 @@ const YamlListNode *ZRYAML_ChildFind(const YamlListNode *pstValue, const char *p
     if (ZRYAML_ValueTypeGet(pstValue) != YAML_DATATYPE_MAP || pcKey == nullptr)
         return nullptr;
     for (const YamlListNode *pst = EntryFirst(pstValue); pst != nullptr; pst = EntryNext(*pstValue, *pst)) {
-        if (std::string_view(pst->pcValue) == std::string_view(pcKey, ulKeyLen))
+        if (std::string_view(pst->pcValue) == std::string_view(pcKey, ulKeyLen)) {
+            ReadMark(*pst);
             return FirstChild(*pst);
+        }
     }
     return nullptr;
 }
