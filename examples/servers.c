@@ -10,10 +10,12 @@ int main(void)
         fprintf(stderr, "%s:%u:%u: %s\n", error->pcFile, error->uiLine, error->uiColumn, error->pcMessage);
         return 1;
     }
-    for (uint32_t i = 0; i < ZRYAML_ArraySizeGet(conf, "servers"); ++i) {
+    uint32_t servers = ZRYAML_ArraySizeGet(conf, "servers");
+    for (uint32_t i = 0; i < servers; ++i) {
         printf("%s:%s uses cores", ZRYAML_PropertyGet(conf, "servers[%u].name", i),
                ZRYAML_PropertyGet(conf, "servers[%u].port", i));
-        for (uint32_t k = 0; k < ZRYAML_ArraySizeGet(conf, "servers[%u].cores", i); ++k)
+        uint32_t cores = ZRYAML_ArraySizeGet(conf, "servers[%u].cores", i);
+        for (uint32_t k = 0; k < cores; ++k)
             printf(" %s", ZRYAML_PropertyGet(conf, "servers[%u].cores[%u]", i, k));
         printf("\n");
     }
