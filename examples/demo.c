@@ -26,8 +26,7 @@ int main(int iArgs, char **ppcArgs)
     YamlHandle *pstHandle = ZRYAML_FileLoad(ppcArgs[1]);
     if (pstHandle == NULL) {
         const YamlErrorInfo *pstError = ZRYAML_LastErrorGet();
-        fprintf(stderr, "%s:%u:%u: %s\n", pstError->pcFile, pstError->uiLine, pstError->uiColumn,
-                pstError->pcMessage);
+        fprintf(stderr, "%s:%u:%u: %s\n", pstError->pcFile, pstError->uiLine, pstError->uiColumn, pstError->pcMessage);
         return 1;
     }
 
