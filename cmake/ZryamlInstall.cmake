@@ -1,31 +1,49 @@
 # SPDX-License-Identifier: Apache-2.0
-# The installed copy. Every path in it is relative to the file that holds it, so the prefix may be moved.
+# The installed copy, in three components: runtime (the libraries), development and command. Every path in it is
+# relative to the file that holds it, so the prefix may be moved.
 
 include(CMakePackageConfigHelpers)
 
 set(ZRYAML_CONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/zryaml)
-set(ZRYAML_PC_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
+# Libraries and what is needed to build against them.
 set_target_properties(zrbase zryaml PROPERTIES INSTALL_RPATH "$ORIGIN")
-install(TARGETS zryaml zrbase EXPORT zryamlTargets)
-install(DIRECTORY base/include/ yaml/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+install(TARGETS zryaml zrbase zryaml_cxx EXPORT zryamlTargets
+    LIBRARY COMPONENT runtime NAMELINK_COMPONENT development)
+install(DIRECTORY base/include/ yaml/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
     FILES_MATCHING PATTERN *.h PATTERN *.hpp)
 
-if(TARGET zryaml_cli)
-    file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-    set_target_properties(zryaml_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
-    install(TARGETS zryaml_cli)
-    install(FILES cli/zryaml.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 OPTIONAL)
-endif()
-
-install(EXPORT zryamlTargets NAMESPACE zryaml:: DESTINATION ${ZRYAML_CONFIG_DIR})
+install(EXPORT zryamlTargets NAMESPACE zryaml:: DESTINATION ${ZRYAML_CONFIG_DIR} COMPONENT development)
 configure_package_config_file(cmake/zryamlConfig.cmake.in ${PROJECT_BINARY_DIR}/zryamlConfig.cmake
     INSTALL_DESTINATION ${ZRYAML_CONFIG_DIR} NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/zryamlConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/zryamlConfig.cmake ${PROJECT_BINARY_DIR}/zryamlConfigVersion.cmake
-    DESTINATION ${ZRYAML_CONFIG_DIR})
+    DESTINATION ${ZRYAML_CONFIG_DIR} COMPONENT development)
 
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
     OUTPUT_VARIABLE ZRYAML_PC_PREFIX)
 configure_file(cmake/zryaml.pc.in ${PROJECT_BINARY_DIR}/zryaml.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/zryaml.pc DESTINATION ${ZRYAML_PC_DIR})
+install(FILES ${PROJECT_BINARY_DIR}/zryaml.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+file(GLOB guides CONFIGURE_DEPENDS docs/*.md)
+install(FILES README.md ${guides} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development
+    FILES_MATCHING PATTERN *.c PATTERN *.cpp PATTERN *.yaml)
+
+# Compresses a file when the build is configured, and again when it has changed.
+find_program(ZRYAML_GZIP gzip REQUIRED)
+function(zryaml_gzip source target)
+    execute_process(COMMAND ${ZRYAML_GZIP} -9nc ${source} OUTPUT_FILE ${target}
+        WORKING_DIRECTORY ${PROJECT_SOURCE_DIR} COMMAND_ERROR_IS_FATAL ANY)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${source})
+endfunction()
+
+if(TARGET zryaml_cli)
+    file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(zryaml_cli PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries}")
+    install(TARGETS zryaml_cli RUNTIME COMPONENT command)
+    zryaml_gzip(cli/zryaml.1 ${PROJECT_BINARY_DIR}/zryaml.1.gz)
+    install(FILES ${PROJECT_BINARY_DIR}/zryaml.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
+    install(FILES cli/completion/zryaml.bash RENAME zryaml
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT command)
+endif()

@@ -30,6 +30,8 @@ done
 for name in ZR_BaseInit ZR_HandleInit ZR_MemAlloc ZR_MemFree ZR_LogWrite memset_s strncpy_s; do
     grep -qx "$name" <<<"$open" || fail "$name cannot be replaced by the host program"
 done
+unversioned=$(nm -D --defined-only "$library" | awk '$(NF - 1) != "A" {print $NF}' | grep -v '@@ZRYAML_1$' || true)
+[ -z "$unversioned" ] || fail "exported outside the version node: $unversioned"
 grep -q 'SONAME.*\[libzryaml\.so\.1\]' <<<"$dynamic" || fail "the soname is not libzryaml.so.1"
 grep -q 'NEEDED.*\[libzrbase\.so\.1\]' <<<"$dynamic" || fail "libzrbase.so.1 is not needed"
 ! grep -E 'NEEDED.*(libstdc\+\+|libc\+\+)' <<<"$dynamic" || fail "a C++ run-time library is needed"

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/*
+/**
+ * @file
  * The base layer: start-up, named memory pools and the log.
  *
  * Rules that hold for every call:
@@ -15,7 +16,9 @@
 #include <stdint.h>
 
 #if defined(__GNUC__)
+/** Marks an exported name. */
 #define ZR_API __attribute__((visibility("default")))
+/** Lets the compiler check the arguments from number iFirst on against the printf-style format, number iFormat. */
 #define ZR_PRINTF(iFormat, iFirst) __attribute__((format(printf, iFormat, iFirst)))
 #else
 #define ZR_API
@@ -95,20 +98,20 @@ enum {
 
 /** The module that writes a record. */
 typedef struct ZR_LogModule {
-    const char *pcName;
-    uint32_t uiId;
+    const char *pcName; /**< Name, as records show it. */
+    uint32_t uiId;      /**< Number of the module. */
 } ZR_LogModule;
 
 /** One finished record as a sink receives it. No text is NULL; all belong to the caller of the sink. */
 typedef struct ZR_LogRecord {
-    const char *pcModule;
-    uint32_t uiModuleId;
-    uint32_t uiLevel;
-    uint32_t uiCode;
-    const char *pcFile;
-    uint32_t uiLine;
-    const char *pcFunction;
-    const char *pcText; /**< One line without control characters, see ZR_LogWrite. */
+    const char *pcModule;   /**< Name of the module that writes, "?" if it gave none. */
+    uint32_t uiModuleId;    /**< Its number, 0 if it gave none. */
+    uint32_t uiLevel;       /**< As given to ZR_LogWrite. */
+    uint32_t uiCode;        /**< Error code, 0 for none. */
+    const char *pcFile;     /**< Source file, "?" if none was given. */
+    uint32_t uiLine;        /**< Line in it. */
+    const char *pcFunction; /**< Function that writes, "?" if none was given. */
+    const char *pcText;     /**< One line without control characters, see ZR_LogWrite. */
 } ZR_LogRecord;
 
 /**
@@ -123,7 +126,7 @@ typedef void (*ZR_LogSink)(const ZR_LogRecord *pstRecord, void *pContext);
 /**
  * Writes one record, as one line, unless its level is below the least level; then nothing is formatted.
  *
- * Control characters of the finished text are written escaped (\n, \t, \r, \x1b, \u0085), and so are the line
+ * Control characters of the finished text are written escaped (`\n`, `\t`, `\r`, `\x1b`, `\u0085`), and so are the line
  * separators U+2028 and U+2029 and bytes that are not UTF-8. A text longer than 65535 bytes, or than there is memory
  * for, is cut there and then ends with "...".
  *

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/*
+/**
+ * @file
  * Bounds-checked memory and text calls, with the meaning of C11 Annex K where it has them.
  *
  * No call writes outside [destination, destination + size), and a refused call on a text leaves an empty or a cut text,

@@ -1,5 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/*
+/**
+ * @file
  * zr_yaml.h - read access to YAML 1.1 configuration files.
  *
  * Rules that always hold:
@@ -25,7 +26,9 @@
 #include <time.h>
 
 #if defined(__GNUC__)
+/** Marks an exported name. */
 #define ZRYAML_API __attribute__((visibility("default")))
+/** Lets the compiler check the arguments from number iFirst on against the printf-style format, number iFormat. */
 #define ZRYAML_PRINTF(iFormat, iFirst) __attribute__((format(printf, iFormat, iFirst)))
 #else
 #define ZRYAML_API
@@ -88,8 +91,8 @@ struct yaml_parser_s;
 
 /** Head or link of a circular, doubly linked list. Empty, or in no list: both members point to the record itself. */
 typedef struct YamlList {
-    struct YamlList *next;
-    struct YamlList *prev;
+    struct YamlList *next; /**< behind this one; in a head: the first */
+    struct YamlList *prev; /**< before this one; in a head: the last */
 } YamlList;
 
 /**
@@ -122,7 +125,7 @@ typedef struct YamlListNode {
     union {
         struct YamlKeyIndex *pstKeyIndex; /**< map node that is open and has many keys: its keys by text */
         struct YamlListNode *pstSameKey;  /**< marked key: the merged key it repeats; merged key: the one marked */
-    } uPrivate;
+    } uPrivate;                           /**< which one holds depends on the node */
 } YamlListNode;
 
 /** What a document may cost; see ZRYAML_LimitsSet. */
@@ -153,9 +156,9 @@ typedef struct YamlHandle {
     uint64_t ulCopyCharge;                  /**< bytes charged for what aliases and merges visited and copied */
     uint32_t uiCopyDepth;                   /**< collections entered by the copy under way */
     uint32_t uiLine;                        /**< place of the event at hand, 1-based, while loading */
-    uint32_t uiColumn;
-    YamlLimits stLimits; /**< the limits as they were when the load began */
-    const char *pcName;  /**< the file's path or the text's name, as the caller gave it */
+    uint32_t uiColumn;                      /**< as above, in characters */
+    YamlLimits stLimits;                    /**< the limits as they were when the load began */
+    const char *pcName;                     /**< the file's path or the text's name, as the caller gave it */
 } YamlHandle;
 
 /** The record of one anchor, while a file is loaded. */
@@ -176,8 +179,8 @@ typedef struct YamlIterator {
 
 /** One pair, filled by a step of an iterator. Both texts belong to the document. */
 typedef struct YamlKeyValue {
-    const char *pcKey;
-    const char *pcValue;
+    const char *pcKey;   /**< the key's text */
+    const char *pcValue; /**< the text of its value */
 } YamlKeyValue;
 
 /**
@@ -387,6 +390,7 @@ ZRYAML_API void ZRYAML_ValuePositionGet(const YamlListNode *pstValue, uint32_t *
  * express everything: nothing below a key that ends with a backslash, and no element of a sequence under an empty key;
  * the text is then for reading only.
  *
+ * @param pstValue   Value; NULL has the path "".
  * @param pcBuf      Receives the path, "" for the root, terminated if uiBufSize is not 0.
  * @param uiBufSize  Bytes of the buffer.
  * @return The length of the whole path; it did not fit, and was cut, if that is uiBufSize or more.
@@ -399,6 +403,7 @@ ZRYAML_API uint32_t ZRYAML_ChildCountGet(const YamlListNode *pstValue);
 /**
  * Takes the next child of a map or sequence, in document order.
  *
+ * @param pstValue  Map or sequence; anything else has no children.
  * @param pstChild  All zero for the first child; then as the last call left it.
  * @return 0 with a child; 0x19000014 at the end, or if pstValue has no children, with the record left alone; 22 for a
  *         NULL record.
@@ -508,7 +513,8 @@ extern ZRYAML_API const char *const g_pcYAMLOuterVer;
 /* is said. A result of type uint32_t is a code unless it is said.                                                   */
 /* ---------------------------------------------------------------------------------------------------------------- */
 
-/** @name Platform @{ */
+/** @name Platform
+ *  @{ */
 /** Makes sure that the memory pool exists. Guarded against several threads; a failure is tried again by the next. */
 ZRYAML_API uint32_t yaml_MemInit(void);
 /** @return g_pstYamlMemHandle. */
@@ -517,7 +523,8 @@ ZRYAML_API void *yaml_MemHandleGet(void);
 ZRYAML_API uint32_t yaml_IsDebugSwitchOpen(void);
 /** @} */
 
-/** @name Nodes and handle @{ */
+/** @name Nodes and handle
+ *  @{ */
 /** Makes a record an empty node: no links, no father, no text, both types none. */
 ZRYAML_API void yaml_NodeInit(YamlListNode *pstNode);
 /** @return A new node of the document, in no tree position yet; NULL if out of memory (logged, 12). */
@@ -550,7 +557,8 @@ ZRYAML_API void yaml_EventEndSet(YamlHandle *pstHandle);
 ZRYAML_API void yaml_HandleInit(YamlHandle *pstHandle);
 /** @} */
 
-/** @name Load driver @{ */
+/** @name Load driver
+ *  @{ */
 /** Runs libyaml over an open file and builds the tree of an initialised handle. The file stays open. */
 ZRYAML_API uint32_t yaml_FileParse(FILE *pstFile, YamlHandle *pstHandle);
 /** Hands one event to its handler. All but the event and the handle are in/out. */
@@ -561,26 +569,38 @@ ZRYAML_API uint32_t yaml_EventAnalyze(const struct yaml_event_s *pstEvent, YamlL
 ZRYAML_API void yaml_ParseErrProcess(const struct yaml_parser_s *pstParser);
 /** @} */
 
-/** @name Tree building. The current node is the node that the last event made or returned to; the key/value flag is 1
- *  when a map waits for a value. @{ */
+/** @name Tree building
+ *  The current node is the node that the last event made or returned to; the key/value flag is 1 when a map waits for
+ *  a value.
+ *  @{ */
+/** Makes a node of a scalar event, hangs it in the open collection, records its anchor and makes it current. */
 ZRYAML_API uint32_t yaml_ScalarProcess(const struct yaml_event_s *pstEvent, YamlListNode **ppstCurrNode,
                                        YamlHandle *pstHandle, uint32_t *puiKeyValueFlag, uint32_t uiLastEventType);
+/** Makes a node a scalar and the current node, and hangs it in the open map or sequence; fails where none is open. */
 ZRYAML_API uint32_t yaml_ScalarNodeAdd(YamlHandle *pstHandle, YamlListNode *pstNewNode, YamlListNode **ppstCurrNode,
                                        uint32_t *puiKeyValueFlag);
+/** Hangs a scalar in a map: as a key if the key/value flag is 0, else as the current key's value. Turns the flag. */
 ZRYAML_API uint32_t yaml_ScalarNodeAddInMap(YamlListNode *pstNewNode, YamlListNode *pstCurrNode,
                                             uint32_t *puiKeyValueFlag);
+/** Hangs a scalar at the end of the sequence that the current node is or stands in. @return 0. */
 ZRYAML_API uint32_t yaml_ScalarNodeAddInSeq(YamlListNode *pstNewNode, YamlListNode *pstCurrNode);
+/** Opens a sequence below the root, in the open sequence or under the current key; refuses it in the place of a key. */
 ZRYAML_API uint32_t yaml_SeqStartProcess(const struct yaml_event_s *pstEvent, uint32_t uiLastEventType,
                                          YamlListNode **ppstCurrNode, YamlHandle *pstHandle);
+/** Closes the innermost sequence, finishes its anchor and makes it the current node; the flag becomes 0. @return 0. */
 ZRYAML_API uint32_t yaml_SeqEndProcess(YamlHandle *pstHandle, YamlListNode **ppstCurrNode, uint32_t *puiKeyValueFlag);
+/** Opens a map below the root, in the open sequence or under the current key; refuses it in the place of a key. */
 ZRYAML_API uint32_t yaml_MapStartProcess(const struct yaml_event_s *pstEvent, uint32_t uiLastEventType,
                                          YamlListNode **ppstCurrNode, YamlHandle *pstHandle);
+/** Hangs a map at the end of the sequence that the current node is or stands in. */
 ZRYAML_API void yaml_MapNodeAddInSeq(YamlListNode *pstNewNode, YamlListNode *pstCurrNode);
+/** Closes the innermost map, finishes its anchor and makes it the current node. */
 ZRYAML_API void yaml_MapEndProcess(YamlHandle *pstHandle, YamlListNode **ppstCurrNode);
 /** @} */
 
-/** @name Anchors and aliases. uiFirstFlag is 1 when the first copy goes first below the insertion node, 0 when it
- *  goes right after it. @{ */
+/** @name Anchors and aliases
+ *  uiFirstFlag is 1 when the first copy goes first below the insertion node, 0 when it goes right after it.
+ *  @{ */
 /** @return A record with a copy of the name, in no list; NULL if out of memory (logged, 12). */
 ZRYAML_API YamlAnchorNode *yaml_AnchorNodeAlloc(YamlHandle *pstHandle, const char *pcName);
 /** Records an anchor on a node; a NULL name is none. A collection's stays open until yaml_AnchorRecordEnd. */
@@ -597,16 +617,22 @@ ZRYAML_API void yaml_AnchorListRealse(YamlHandle *pstHandle);
 /** Resolves an alias event by a deep copy of the anchored node. */
 ZRYAML_API uint32_t yaml_AliasProcess(const struct yaml_event_s *pstEvent, YamlListNode **ppstCurrNode,
                                       YamlHandle *pstHandle, uint32_t *puiKeyValueFlag);
+/** Copies an anchored node to where an alias stands: as an element, as a value, or, for "<<", as a merge. An alias in
+ *  the place of a key is refused. */
 ZRYAML_API uint32_t yaml_AnchorNodesParse(YamlHandle *pstHandle, YamlListNode **ppstCurrNode, YamlAnchorNode *pstAnchor,
                                           uint32_t *puiKeyValueFlag);
+/** Adds a copy of a node to the open sequence; the copy becomes the current node. */
 ZRYAML_API uint32_t yaml_AnchorInsertInSequence(YamlHandle *pstHandle, YamlListNode **ppstCurrNode,
                                                 const YamlListNode *pstSrcNode, uint32_t uiFirstFlag);
+/** Puts a copy of a node under the current key: a merge for "<<", and under the merged key for one that repeats it. */
 ZRYAML_API uint32_t yaml_AnchorInsertInMap(YamlHandle *pstHandle, YamlListNode **ppstCurrNode,
                                            const YamlListNode *pstSrcNode, uint32_t uiFirstFlag);
+/** Puts a copy of a node under the current key; the copy becomes the current node. */
 ZRYAML_API uint32_t yaml_DirectAnchorInsertInMap(YamlHandle *pstHandle, YamlListNode **ppstCurrNode,
                                                  const YamlListNode *pstSrcNode);
 /** @return A copy of one node without its children, in no tree position yet; NULL if out of memory (logged). */
 ZRYAML_API YamlListNode *yaml_SingleNodeDup(YamlHandle *pstHandle, const YamlListNode *pstSrcNode);
+/** Hangs a copy of one node below the insertion node and makes it the insertion node. @return 0 or 12. */
 ZRYAML_API uint32_t yaml_ScalarAnchorCopy(YamlHandle *pstHandle, YamlListNode **ppstInsertNode,
                                           const YamlListNode *pstSrcNode);
 /** Copies the value of the key pstSrcNode below its copy pstDstNode. */
@@ -620,10 +646,12 @@ ZRYAML_API uint32_t yaml_SequenceAnchorCopy(YamlHandle *pstHandle, YamlListNode 
                                             const YamlListNode *pstSrcNode, uint32_t uiFirstFlag);
 /** @} */
 
-/** @name Merge keys and key insertion @{ */
+/** @name Merge keys and key insertion
+ *  @{ */
 /** Merges a map, or the first keys of a sequence of maps, in place of the "<<" key that is the current node. */
 ZRYAML_API uint32_t yaml_AnchorInsertInMapWithoutMapNode(YamlHandle *pstHandle, YamlListNode **ppstCurrNode,
                                                          const YamlListNode *pstSrcNode, uint32_t uiFirstFlag);
+/** Copies the first key of each map of a sequence with its value; keys that the destination has are skipped. */
 ZRYAML_API uint32_t yaml_Sequence2MapCopy(YamlHandle *pstHandle, YamlListNode **ppstInsertNode,
                                           const YamlListNode *pstSrcNode, uint32_t uiFirstFlag);
 /** Hangs a key read from the file into its map and tests it for repetition. */
@@ -636,15 +664,23 @@ ZRYAML_API uint32_t yaml_AnchorNodeReplace(YamlListNode *pstNewNode, YamlListNod
 ZRYAML_API void yaml_AnchorChildListRemove(YamlListNode *pstSameKeyNode);
 /** @} */
 
-/** @name Key path components. Each call cuts one component out of a writable path, stores its unescaped name and its
- *  index (left alone if it has none), and adds the characters used to the parsed length.
- *  @return A negative number for a malformed path (logged). @{ */
+/** @name Key path components
+ *  Each call cuts one component out of a writable path, stores its unescaped name and its index (left alone if it has
+ *  none), and adds the characters used to the parsed length.
+ *  @return A negative number for a malformed path (logged).
+ *  @{ */
+/** Cuts out a component of any kind. @return The length of its name, or that of the index's text for "[index]". */
 ZRYAML_API int32_t yaml_KeyParse(char *pcKeyPath, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen,
                                  uint32_t *puiIndex);
+/** Cuts out "index]", the '[' before which is done; the name is then "". @return The characters up to and with the ']'.
+ */
 ZRYAML_API int32_t yaml_KeyParseForSeq(char *pcKeyPath, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen,
                                        uint32_t *puiIndex);
+/** Cuts out a name that ends at an unescaped cEnd, '.' or '}', or with the path. @return The length of the name. */
 ZRYAML_API int32_t yaml_KeyStringGet(char *pcKeyPath, char cEnd, uint32_t uiNameSize, char *pcKeyName,
                                      uint32_t *puiParsedLen, uint32_t *puiIndex);
+/** Splits a component's text into its name, of which the escapes are taken away, and its index. @return The length of
+ *  the name. */
 ZRYAML_API int32_t yaml_MetaChrProcess(char *pcKeyText, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen,
                                        uint32_t *puiIndex);
 /** Reads the index at the end of a component's text and cuts it off. */
@@ -655,37 +691,55 @@ ZRYAML_API uint32_t yaml_IsDigitalString(const char *pcStr, uint32_t uiLen);
 ZRYAML_API uint32_t yaml_IndexGet(const char *pcStr, uint32_t *puiIndex);
 /** @} */
 
-/** @name Lookup. Each call returns the node found, or NULL (logged). The indexed flag tells whether the last component
- *  selected an element. @{ */
+/** @name Lookup
+ *  Each call returns the node found, or NULL (logged). The indexed flag tells whether the last component selected an
+ *  element.
+ *  @{ */
+/** Formats a key path of 1 to 1023 bytes and finds its node from the root. */
 ZRYAML_API YamlListNode *yaml_NodeGetByKey(YamlHandle *pstHandle, uint32_t *puiIndexed, const char *pcKeyFormat,
                                            va_list stArgs) ZRYAML_PRINTF(3, 0);
 /** uiKeyLen is the path's length plus one. */
 ZRYAML_API YamlListNode *yaml_NodeFind(YamlHandle *pstHandle, char *pcKeyPath, uint32_t uiKeyLen, uint32_t *puiIndexed);
+/** Follows a path from a map, a sequence or an element down. uiKeyLen is the path's length plus one. */
 ZRYAML_API YamlListNode *yaml_NodeFindByKey(YamlListNode *pstNode, char *pcKeyPath, uint32_t uiKeyLen,
                                             uint32_t *puiIndexed);
+/** Follows a path from a sequence down, its first '[' being done. *puiRemainLen counts what follows it, its NUL
+ * included. */
 ZRYAML_API YamlListNode *yaml_SeqNodeFindByKey(YamlListNode *pstNode, char *pcKeyPath, uint32_t *puiRemainLen,
                                                uint32_t *puiIndexed);
+/** Takes one component's step from a node of any kind. */
 ZRYAML_API YamlListNode *yaml_PropertyFind(YamlListNode *pstNode, const char *pcKeyName, uint32_t uiIndex);
+/** Finds a key of a map by its name; with an index, that element of the sequence that is its value. */
 ZRYAML_API YamlListNode *yaml_PropertyFindInMapList(const YamlList *pstHead, const char *pcKeyName, uint32_t uiIndex);
+/** Finds an element of a sequence by its number. */
 ZRYAML_API YamlListNode *yaml_PropertyFindInSeqList(YamlListNode *pstNode, uint32_t uiIndex);
+/** Takes the step from a key into its value; a scalar value is found if the name is its text. */
 ZRYAML_API YamlListNode *yaml_PropertyFindInScalarNode(YamlListNode *pstNode, const char *pcKeyName, uint32_t uiIndex);
 /** @return The text of an element (uiIndexed 1) or of a key's value; NULL if that is no scalar (logged). */
 ZRYAML_API char *yaml_NodeValueGet(YamlListNode *pstNode, uint32_t uiIndexed);
 /** @} */
 
-/** @name Steps of an iterator @{ */
+/** @name Steps of an iterator
+ *  @{ */
 /** @return The map or sequence below a node, or NULL (logged). */
 ZRYAML_API YamlListNode *yaml_IteratorGetByNode(YamlListNode *pstNode);
+/** Takes the first pair of a map or a sequence. */
 ZRYAML_API uint32_t yaml_FirstKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue);
+/** Takes the first pair of a map. */
 ZRYAML_API uint32_t yaml_FirstMapNodeGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue);
+/** Takes the first pair of a sequence. */
 ZRYAML_API uint32_t yaml_FirstSeqNodeGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue);
+/** Takes the pair after an entry of a map or sequence, as uiType says; 22 for another type. */
 ZRYAML_API uint32_t yaml_KeyValueGet(uint32_t uiType, YamlListNode *pstNode, YamlIterator *pstIter,
                                      YamlKeyValue *pstKeyValue);
+/** Takes the pair after a key of the map that is walked. */
 ZRYAML_API uint32_t yaml_NextKeyValueGetInMap(YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue);
+/** Takes the pair after an element of the sequence that is walked. */
 ZRYAML_API uint32_t yaml_NextKeyValueGetInSeq(YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue);
 /** @} */
 
-/** @name Statistics @{ */
+/** @name Statistics
+ *  @{ */
 /** Reads the monotonic clock (CLOCK_MONOTONIC) while the debug switch is on; else leaves the stamp alone. */
 ZRYAML_API void yaml_StartPoint(struct timespec *pstStart);
 /** Gives the ms since a stamp. @return 0; 0x19000012 while the switch is off; 22 if the clock ran backwards. */
@@ -696,19 +750,29 @@ ZRYAML_API void yaml_ParseElapseTimeGet(YamlHandle *pstHandle, const struct time
 ZRYAML_API void yaml_QueryDbgInfoRecord(YamlHandle *pstHandle, const struct timespec *pstStart);
 /** @} */
 
-/** @name Dump. Each step writes at pcPos, where uiRest bytes are left, and returns the characters it added; 0 or less
- *  is a failure (logged). @{ */
+/** @name Dump
+ *  Each step writes at pcPos, where uiRest bytes are left, and returns the characters it added; 0 or less is a failure
+ *  (logged).
+ *  @{ */
 /** Writes and trims the whole dump. @return 0 or 0x19000005. */
 ZRYAML_API uint32_t yaml_DumpValue(YamlHandle *pstHandle, uint32_t uiBufSize, char *pcBuf);
+/** Writes a map in braces, on a new line if uiBreakFlag is 1; a map without keys is a failure. */
 ZRYAML_API int32_t yaml_DumpMapList(YamlListNode *pstMap, uint32_t uiBreakFlag, uint32_t uiIndent, uint32_t uiRest,
                                     char *pcPos);
+/** Writes the entries of a map, without braces. */
 ZRYAML_API int32_t yaml_MapListDumpProcess(YamlListNode *pstMap, uint32_t uiIndent, uint32_t uiRest, char *pcPos);
+/** Writes a key and its value, if it has one. */
 ZRYAML_API int32_t yaml_DumpScalarNode(YamlListNode *pstKey, uint32_t uiIndent, uint32_t uiRest, char *pcPos);
+/** Writes the value of a key. */
 ZRYAML_API int32_t yaml_DumpChildList(YamlListNode *pstKey, uint32_t uiIndent, uint32_t uiRest, char *pcPos);
+/** Writes a sequence in brackets, on a new line; a sequence without elements is a failure. */
 ZRYAML_API int32_t yaml_DumpSeqList(YamlListNode *pstSeq, uint32_t uiIndent, uint32_t uiRest, char *pcPos);
+/** Writes the elements of a sequence, without brackets. */
 ZRYAML_API int32_t yaml_SequenceListDump(YamlListNode *pstSeq, uint32_t uiIndent, uint32_t uiRest, char *pcPos);
+/** Writes one element; uiFirstFlag is 1 for the first, uiPrevType the data type of the one before it. */
 ZRYAML_API int32_t yaml_SeqNodeDump(YamlListNode *pstElement, uint32_t uiIndent, uint32_t uiFirstFlag, uint32_t uiRest,
                                     char *pcPos, uint32_t uiPrevType);
+/** Writes a scalar element, on a new line unless uiPrevType is YAML_DATATYPE_SCALAR. */
 ZRYAML_API int32_t yaml_ScalarDumpInSeq(YamlListNode *pstElement, uint32_t uiPrevType, uint32_t uiIndent,
                                         uint32_t uiRest, char *pcPos);
 /** Writes a newline and uiIndent spaces, no NUL. @return uiIndent + 1, or -1 if they and one byte more do not fit. */

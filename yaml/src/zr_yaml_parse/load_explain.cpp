@@ -105,7 +105,8 @@ std::string_view TextFrom(std::string_view svLine, uint32_t uiColumn) noexcept
         if (IsCharStart(svLine[ulAt]) && --uiColumn == 0)
             break;
     }
-    return svLine.substr(ulAt);
+    svLine.remove_prefix(ulAt);
+    return svLine;
 }
 
 uint32_t ColumnOf(std::string_view svLine, size_t ulAt) noexcept

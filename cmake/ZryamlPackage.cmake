@@ -1,0 +1,74 @@
+# SPDX-License-Identifier: Apache-2.0
+# The Debian packages, one for each component of the installed copy; script/package makes them.
+
+# The Debian revision stands in the changelog's first line, "zryaml (1.0.0-1) ...".
+file(STRINGS cmake/debian/changelog first LIMIT_COUNT 1)
+if(NOT first MATCHES "^zryaml \\(([0-9.]+)-([^)]+)\\)" OR NOT CMAKE_MATCH_1 VERSION_EQUAL PROJECT_VERSION)
+    message(FATAL_ERROR "cmake/debian/changelog does not begin with an entry for version ${PROJECT_VERSION}")
+endif()
+set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_2})
+set(version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_STRIP_FILES ON)
+# Modes do not depend on the umask of whoever builds.
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SOURCE zryaml)
+set(CPACK_DEBIAN_PACKAGE_MAINTAINER "zryaml maintainers <maintainers@zryaml.example>")
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/yaml ${PROJECT_BINARY_DIR}/base)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+
+# Each description below has its own first line.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(about "The zryaml library loads a YAML 1.1 file once, resolves its aliases and merge
+keys, and then answers by key path such as servers[1].port. Errors name file,
+line, column and key; untrusted files are bounded in depth, size and copies.")
+
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libzryaml1)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+# The trigger updates the loader's cache. CPack would add scripts that do it once more, unless it is told of others; the
+# two names stand for no file, so that the package has none.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers postinst postrm)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "YAML configuration file library
+${about}
+.
+This package holds the shared libraries.")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libzryaml-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+# pkg-config asks for libyaml's development files because zryaml.pc names them in Requires.private.
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libzryaml1 (= ${version}), libyaml-dev")
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "YAML configuration file library (development files)
+${about}
+.
+This package holds the headers for C and C++, the files for pkg-config and
+CMake, the guide and the examples.")
+
+if(TARGET zryaml_cli)
+    list(APPEND CPACK_COMPONENTS_ALL command)
+    set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME zryaml)
+    set(CPACK_DEBIAN_COMMAND_PACKAGE_SECTION utils)
+    set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "libzryaml1 (>= ${version})")
+    set(CPACK_COMPONENT_COMMAND_DESCRIPTION "command to read and check YAML configuration files
+The zryaml command reads values by key path, lists keys, tells where a key
+stands in the file, converts the resolved document to JSON, and checks any
+number of files with errors that an editor can jump to.")
+endif()
+
+# What each package owes to Debian; left out of a full installation.
+zryaml_gzip(cmake/debian/changelog ${PROJECT_BINARY_DIR}/changelog.Debian.gz)
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+    string(TOUPPER ${component} mark)
+    install(FILES ${PROJECT_BINARY_DIR}/changelog.Debian.gz cmake/debian/copyright
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${mark}_PACKAGE_NAME}
+        COMPONENT ${component} EXCLUDE_FROM_ALL)
+endforeach()
+
+include(CPack)

@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Builds and runs programs against one installed copy only, in C and C++, through pkg-config and through CMake.
+# Usage: consumer_run.sh PREFIX
+set -euo pipefail
+unset LD_LIBRARY_PATH PKG_CONFIG_PATH CMAKE_PREFIX_PATH CFLAGS CXXFLAGS LDFLAGS
+
+here=$(cd "$(dirname "$0")" && pwd)
+prefix=$1
+CC=${CC:-cc}
+CXX=${CXX:-c++}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+fail() {
+    echo "FAIL: $1"
+    exit 1
+}
+
+# libyaml's is the only other .pc file in reach, so that a need for any more would show.
+pc=$(find "$prefix" -name zryaml.pc)
+libraries=$(dirname "$(dirname "$pc")")
+mkdir "$work/pc"
+ln -s "$(pkg-config --variable=pcfiledir yaml-0.1)/yaml-0.1.pc" "$work/pc"
+export PKG_CONFIG_LIBDIR=${pc%/*}:$work/pc
+read -ra includes <<<"$(pkg-config --cflags zryaml)"
+read -ra links <<<"$(pkg-config --libs zryaml)"
+[[ " ${links[*]} " != *' -lyaml '* ]] || fail "programs are linked with libyaml: ${links[*]}"
+[[ "$(pkg-config --static --libs zryaml) " == *' -lyaml '* ]] || fail "zryaml.pc does not name libyaml"
+
+strict=(-Wall -Wextra -pedantic -Werror)
+for header in zr_yaml.h zr_base.h zr_safe.h; do
+    "$CC" -x c -std=c11 "${strict[@]}" -fsyntax-only "${includes[@]}" - <<<"#include <$header>"
+    "$CXX" -x c++ -std=c++11 "${strict[@]}" -fsyntax-only "${includes[@]}" - <<<"#include <$header>"
+done
+
+[ "$prefix" = /usr ] || links+=("-Wl,-rpath,$libraries")
+"$CC" -std=c11 "${strict[@]}" "${includes[@]}" "$here/consumer.c" -o "$work/by_pkg_config" "${links[@]}"
+cmake -S "$here" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$CC" -DCMAKE_CXX_COMPILER="$CXX" \
+    >/dev/null
+cmake --build "$work/build" --parallel >/dev/null
+grep -qF "zryaml_DIR:PATH=$libraries" "$work/build/CMakeCache.txt" || fail "find_package found another copy"
+
+printf 'servers:\n  - {host: a, port: 80}\n  - {host: b, port: 8080}\n' >"$work/servers.yaml"
+expect() {
+    local output
+    output=$("$work/$1" "$work/servers.yaml") || fail "$1 ends with status $?"
+    [ "$output" = "$2" ] || fail "$1 printed: $output"
+    [ "$(ldd "$work/$1" | awk '/libzryaml/ {print $3}' | xargs realpath)" = "$(realpath "$libraries/libzryaml.so.1")" ] ||
+        fail "$1 runs with another copy"
+}
+expect by_pkg_config 'port 8080 of 2 servers'
+expect build/consumer_c11 'port 8080 of 2 servers'
+expect build/consumer_cxx11 'port 8080 of 2 servers, C++17'
+expect build/consumer_cxx20 'port 8080 of 2 servers, C++20'
+echo "built and run against $prefix"
