@@ -181,4 +181,12 @@ TEST(ErrorRecord, CutsWhatIsTooLong)
     EXPECT_EQ(strlen(Last().pcMessage), 1023U);
     EXPECT_STREQ(Last().pcMessage + 1020, "...");
     EXPECT_EQ(std::string(Last().pcFile), name.substr(0, 1020) + "...");
+
+    for (const std::string &start : {"n"s, "nn"s}) { // a character is left out rather than cut in two
+        std::string file = start;
+        for (int i = 0; i < 600; ++i)
+            file += "\xC3\xA9";
+        EXPECT_EQ(ZRYAML_TextLoad("x", 1, file.c_str()), nullptr);
+        EXPECT_EQ(std::string(Last().pcFile), file.substr(0, start.size() == 1 ? 1019 : 1020) + "...");
+    }
 }

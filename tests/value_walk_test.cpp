@@ -143,5 +143,13 @@ TEST(UnreadKey, ListsWhatNobodyTouched)
     EXPECT_EQ(ZRYAML_ChildGet(ZRYAML_ValueFind(pstHandle, "l[2]"), 1, &stChild), YAML_OK);
     EXPECT_EQ(ZRYAML_PropertyGet(pstHandle, "absent"), nullptr);
     EXPECT_EQ(UnreadText(pstHandle), "m.x@2* m.z@2 l[0].a\\.b@4 l[0].{}@4 l[2].x@6* ");
+
+    const std::string key(900, 'k'); // a path that does not fit ends with dots
+    const std::string text = key + ": {" + key + ": {a: 1, b: 2}}\n";
+    YamlHandle *pstLong = ZRYAML_TextLoad(text.data(), text.size(), "");
+    const YamlListNode *pstInner = ZRYAML_ChildFind(ZRYAML_ValueFind(pstLong, "%s", key.c_str()), key.c_str(), 900);
+    EXPECT_STREQ(ZRYAML_ValueTextGet(ZRYAML_ChildFind(pstInner, "a", 1)), "1");
+    EXPECT_EQ(UnreadText(pstLong), (key + "." + key).substr(0, 1020) + "...@1 ");
+    ZRYAML_HandleFree(pstLong);
     ZRYAML_DebugSwitchSet(0);
 }

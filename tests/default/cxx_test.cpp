@@ -296,6 +296,7 @@ std::vector<PathCase> PathCases(const Document &doc)
         {__LINE__, doc.at("a.b[{}]", "1"), "an index is given by a text"},
         {__LINE__, doc.at("a.b[{}{}]", 1, 1), "an index is not closed by ']'"},
         {__LINE__, doc.at("a.{}.{}", "b"), "there are fewer arguments than placeholders"},
+        {__LINE__, doc.at("a.b[{}][{}]", 1), "there are fewer arguments than placeholders"},
         {__LINE__, doc.at("a.x1", "b"), "there are more arguments than placeholders"},
         {__LINE__, doc.at("no.{}", "b", 1), "there are more arguments than placeholders"},
     };
@@ -379,6 +380,9 @@ TEST(Cxx, TellsAbsentFromWrong)
     }
     const Document stEmpty = Parsed("");
     EXPECT_EQ(stEmpty.root().get_or(3).value(), 3);
+
+    const std::string key = std::string(59, 'k') + "\xC3\xA9\xC3\xA9"; // cut before a character, not inside
+    EXPECT_EQ(stDocument[key].get<int>().error().message, "there is no key \"" + key.substr(0, 59) + "...\"");
 }
 
 TEST(Cxx, PutsArgumentsIntoPathsAsData)

@@ -3,15 +3,14 @@
 // "<<" with an alias takes in the keys that the map does not have yet; a key written later overrides a merged one.
 #include "reference_tree.h"
 
+#include "tree_check.h"
+
 #include <algorithm>
-#include <cstdio>
 #include <dlfcn.h>
 #include <map>
 #include <memory>
 #include <vector>
 #include <yaml.h>
-
-#include <zr_yaml.h>
 
 namespace {
 
@@ -81,18 +80,11 @@ std::string Text(const yaml_char_t *pucText)
 
 class Anchors {
 public:
-    struct Open { // ends with its collection
-        std::string name;
-        bool bKept;
-    };
-
-    void Start(const std::string &name) { m_open.push_back({name, !name.empty()}); }
+    void Start(const std::string &name) { m_open.push_back(name); } // ends with its collection; "" is not kept
     void End(const ValuePtr &stValue)
     {
-        const Open stOpen = m_open.back();
+        Scalar(m_open.back(), stValue);
         m_open.pop_back();
-        if (stOpen.bKept)
-            m_finished[stOpen.name] = stValue;
     }
     void Scalar(const std::string &name, const ValuePtr &stValue)
     {
@@ -102,8 +94,7 @@ public:
     void Drop(const std::string &name)
     {
         m_finished.erase(name);
-        for (Open &stOpen : m_open)
-            stOpen.bKept = stOpen.bKept && stOpen.name != name;
+        std::replace(m_open.begin(), m_open.end(), name, std::string());
     }
     [[nodiscard]] ValuePtr Find(const std::string &name) const
     {
@@ -113,7 +104,7 @@ public:
 
 private:
     std::map<std::string, ValuePtr> m_finished;
-    std::vector<Open> m_open;
+    std::vector<std::string> m_open;
 };
 
 class Reader {
@@ -131,49 +122,29 @@ public:
     ValuePtr Stream()
     {
         ValuePtr stTop;
-        for (uint32_t uiDocuments = 0;;) {
-            Event stEvent;
+        for (Event stEvent;; LIBYAML(yaml_event_delete)(&stEvent.stRaw)) {
             Next(stEvent);
-            switch (stEvent.stRaw.type) {
-            case YAML_STREAM_END_EVENT:
+            if (stEvent.stRaw.type == YAML_STREAM_END_EVENT)
                 return stTop;
-            case YAML_DOCUMENT_START_EVENT:
-                if (++uiDocuments > 1)
-                    throw Refusal{YAML_ERR_PARSE};
-                stTop = Top();
-                break;
-            default:
-                break;
-            }
+            if (stEvent.stRaw.type == YAML_DOCUMENT_START_EVENT)
+                stTop = stTop == nullptr ? Top() : throw Refusal{YAML_ERR_PARSE};
         }
     }
 
 private:
     void Next(Event &stEvent)
     {
-        if (LIBYAML(yaml_parser_parse)(&m_stParser, &stEvent.stRaw) != 0)
-            return;
-        switch (m_stParser.error) {
-        case YAML_READER_ERROR:
-            throw Refusal{YAML_ERR_READER};
-        case YAML_SCANNER_ERROR:
-            throw Refusal{YAML_ERR_SCANNER};
-        case YAML_PARSER_ERROR:
-            throw Refusal{YAML_ERR_PARSE};
-        case YAML_MEMORY_ERROR:
-            throw Refusal{YAML_ERR_NOMEM};
-        default:
-            throw Refusal{YAML_ERR_PARAM};
-        }
+        constexpr uint32_t g_auiCode[] = {YAML_ERR_PARAM, YAML_ERR_NOMEM, YAML_ERR_READER, YAML_ERR_SCANNER,
+                                          YAML_ERR_PARSE}; // by libyaml's number
+        if (LIBYAML(yaml_parser_parse)(&m_stParser, &stEvent.stRaw) == 0)
+            throw Refusal{m_stParser.error <= YAML_PARSER_ERROR ? g_auiCode[m_stParser.error] : YAML_ERR_PARAM};
     }
 
     ValuePtr Top()
     {
         Event stEvent;
         Next(stEvent);
-        if (stEvent.stRaw.type == YAML_SCALAR_EVENT)
-            throw Refusal{YAML_ERR_EVENT};
-        return ValueRead(stEvent.stRaw, 0);
+        return stEvent.stRaw.type != YAML_SCALAR_EVENT ? ValueRead(stEvent.stRaw, 0) : throw Refusal{YAML_ERR_EVENT};
     }
 
     // A value or item that starts with an event, inside so many open collections.
@@ -335,22 +306,10 @@ private:
     uint64_t m_ulExpansion = 0;
 };
 
-void TextWrite(const std::string &scalar, std::string &text)
-{
-    char acEscape[8];
-    text += '"';
-    for (const char cChar : scalar) {
-        const auto ucChar = static_cast<unsigned char>(cChar);
-        (void)snprintf(acEscape, sizeof(acEscape), "\\%02x", ucChar);
-        text += ucChar < 0x20 || cChar == '"' || cChar == '\\' ? std::string(acEscape) : std::string(1, cChar);
-    }
-    text += '"';
-}
-
 void Write(const Value &stValue, std::string &text)
 {
     if (stValue.uiType == YAML_DATATYPE_SCALAR)
-        return TextWrite(stValue.text, text);
+        return ScalarWrite(stValue.text.c_str(), text);
     const bool bMap = stValue.uiType == YAML_DATATYPE_MAP;
     const size_t ulStart = text.size() + 1;
     text += bMap ? '{' : '[';
@@ -362,7 +321,7 @@ void Write(const Value &stValue, std::string &text)
         if (stKey.bHidden)
             continue;
         text += text.size() > ulStart ? "," : "";
-        TextWrite(stKey.text, text);
+        ScalarWrite(stKey.text.c_str(), text);
         text += ':';
         Write(*stKey.stValue, text);
     }

@@ -8,6 +8,22 @@
 #include <string_view>
 #include <unistd.h>
 
+void ScalarWrite(const char *pcText, std::string &text)
+{
+    char acEscape[8];
+    text += '"';
+    for (; *pcText != '\0'; ++pcText) {
+        const auto ucChar = static_cast<unsigned char>(*pcText);
+        if (ucChar < 0x20 || *pcText == '"' || *pcText == '\\') {
+            snprintf(acEscape, sizeof(acEscape), "\\%02x", ucChar);
+            text += acEscape;
+        } else {
+            text += *pcText;
+        }
+    }
+    text += '"';
+}
+
 namespace {
 
 #define NODE_FROM(pstLink, member) \
@@ -97,22 +113,6 @@ private:
     std::set<const YamlListNode *> m_allocated;
     std::set<const YamlListNode *> m_seen;
 };
-
-void ScalarWrite(const char *pcText, std::string &text)
-{
-    char acEscape[8];
-    text += '"';
-    for (; *pcText != '\0'; ++pcText) {
-        const auto ucChar = static_cast<unsigned char>(*pcText);
-        if (ucChar < 0x20 || *pcText == '"' || *pcText == '\\') {
-            snprintf(acEscape, sizeof(acEscape), "\\%02x", ucChar);
-            text += acEscape;
-        } else {
-            text += *pcText;
-        }
-    }
-    text += '"';
-}
 
 void ValueWrite(const YamlListNode &stNode, std::string &text)
 {

@@ -15,6 +15,9 @@ std::string TreeCheck(const YamlHandle &stHandle);
 // '"', '\\' and control characters are escaped as \xx; an empty document is "".
 std::string TreeText(const YamlHandle &stHandle);
 
+// Adds a scalar to a text in that form.
+void ScalarWrite(const char *pcText, std::string &text);
+
 // Writes a text to a new file of its own; the file goes with the object.
 class TempFile {
 public:
