@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+// Any text as a document, read by the library and by the plain reference: the same tree or the same refusal.
+#include "fuzz_support.h"
+
+#include "../tests/support/reference_tree.h"
+#include "../tests/support/tree_check.h"
+
+#include <cstring>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *pucData, size_t ulSize)
+{
+    const std::string_view svText(reinterpret_cast<const char *>(pucData), ulSize);
+    const Document stDocument = DocumentLoad(svText);
+    const YamlErrorInfo &stError = *ZRYAML_LastErrorGet();
+    // The reference knows no limits.
+    if (strstr(stError.pcMessage, "(Limit=") != nullptr ||
+        strstr(stError.pcMessage, "expansion is too large") != nullptr)
+        return 0;
+    const ReferenceResult stExpected = ReferenceLoad(svText);
+    if (stExpected.uiCode == REFERENCE_TOO_LARGE)
+        return 0;
+    Require(stError.uiCode == stExpected.uiCode, "the reference says otherwise",
+            std::to_string(stError.uiCode) + " " + stError.pcMessage + ", not " + std::to_string(stExpected.uiCode));
+    if (stDocument != nullptr)
+        Require(TreeText(*stDocument) == stExpected.text, "the trees differ", stExpected.text);
+    return 0;
+}
