@@ -19,3 +19,4 @@ same <(block c) <(grep -v SPDX examples/servers.c) examples/servers.c
 same <(block console | grep -v '^\$') <("$ZRYAML_BUILD/examples/servers") "what examples/servers prints"
 same <(block cpp) <(sed -n '/^    /p' examples/servers_cxx.cpp | sed 's/^    //') examples/servers_cxx.cpp
 diff <("$ZRYAML_BUILD/examples/servers_cxx") <(printf 'alpha listens on 8080\nbeta listens on 9090\n')
+"$ZRYAML_BUILD/examples/demo" examples/demo.yaml | grep -qx 'a list in a list: 1' || { echo "FAIL: examples/demo"; exit 1; }
