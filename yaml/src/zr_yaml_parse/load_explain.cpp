@@ -97,6 +97,12 @@ constexpr bool IsCharStart(char cByte) noexcept
     return (static_cast<unsigned char>(cByte) & 0xC0U) != 0x80U;
 }
 
+// The first characters of a text; substr could throw, and the library has nothing to throw with.
+std::string_view First(std::string_view svText, size_t ulBytes) noexcept
+{
+    return {svText.data(), std::min(ulBytes, svText.size())};
+}
+
 // The rest of a line from a column on, which counts characters from 1.
 std::string_view TextFrom(std::string_view svLine, uint32_t uiColumn) noexcept
 {
@@ -111,13 +117,13 @@ std::string_view TextFrom(std::string_view svLine, uint32_t uiColumn) noexcept
 
 uint32_t ColumnOf(std::string_view svLine, size_t ulAt) noexcept
 {
-    return static_cast<uint32_t>(std::ranges::count_if(svLine.substr(0, ulAt + 1), IsCharStart));
+    return static_cast<uint32_t>(std::ranges::count_if(First(svLine, ulAt + 1), IsCharStart));
 }
 
 // The column of a ':' that a letter or digit follows at once, where a space was probably meant; 0 if there is none.
 uint32_t TightColon(std::string_view svLine) noexcept
 {
-    const size_t ulColon = svLine.substr(0, svLine.find('#')).find(':');
+    const size_t ulColon = First(svLine, svLine.find('#')).find(':');
     if (ulColon == std::string_view::npos || ulColon == 0 || ulColon + 1 == svLine.size())
         return 0;
     const char cNext = svLine[ulColon + 1];
@@ -172,7 +178,7 @@ void SecondValueExplain(const yaml_parser_t &stParser, const Source &stSource) n
     const Place stPlace = PlaceOf(stParser.problem_mark);
     const LineText stLine = LineRead(stSource, stPlace.uiLine);
     const size_t ulBefore = stLine.View().size() - TextFrom(stLine.View(), stPlace.uiColumn).size();
-    const bool bOwnLine = stLine.View().substr(0, ulBefore).find(": ") != std::string_view::npos;
+    const bool bOwnLine = First(stLine.View(), ulBefore).find(": ") != std::string_view::npos;
     if (!bOwnLine && TightColonExplain(stSource, stPlace.uiLine - 1))
         return;
     PlaceAdd(stPlace);

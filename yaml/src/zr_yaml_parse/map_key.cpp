@@ -129,7 +129,6 @@ uint32_t yaml_ScalarNodeAddWithKeyRole(YamlListNode *pstNewNode, YamlListNode *p
     if (stSame.pstWritten != nullptr) {
         const uint32_t uiCode =
             YAML_FAIL(YAML_ERR_SAME, "There is a same scalar in this list. (Scalar=%s)", pstNewNode->pcValue);
-        ErrorHintAdd("the map has this key at line %u already", stSame.pstWritten->uiLine);
         ErrorFirstPlaceAdd(stSame.pstWritten->uiLine, stSame.pstWritten->uiColumn);
         return uiCode;
     }
