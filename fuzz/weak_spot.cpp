@@ -142,6 +142,7 @@ Cost Measure(const std::string &text)
     YamlHandle *pstHandle = ZRYAML_TextLoad(text.data(), text.size(), "");
     stCost.dLoad = Since(stStart);
     stCost.result = pstHandle != nullptr ? "loads" : ZRYAML_LastErrorGet()->pcMessage;
+    stCost.result.resize(std::min(stCost.result.find('\n'), stCost.result.size()));
     if (pstHandle == nullptr)
         return stCost;
 

@@ -98,6 +98,19 @@ TEST(Limits, HoldAtTheirFigure)
     }
 }
 
+TEST(Limits, SkippedKeysAreChargedWithTheirText)
+{
+    const LimitsRestore stRestore;
+    YamlLimits stLimits = stRestore.stDefault;
+    stLimits.ulCopyBytes = 0;
+    ASSERT_EQ(ZRYAML_LimitsSet(&stLimits), YAML_OK);
+    const std::string base = "b: &b\n  ? " + std::string(5000, 'k') + "\n  : v\ns: &s [*b]\nm: {";
+    for (const char *pcMerge : {"<<: *b,", "<<: *s,"}) {
+        EXPECT_EQ(Refusal(base + Repeated(pcMerge, 10) + "}"), "");
+        EXPECT_EQ(Refusal(base + Repeated(pcMerge, 90) + "}").substr(0, 33), "The alias expansion is too large.");
+    }
+}
+
 // Wherever the directives stand and however their lines end; and nothing else is taken for one.
 TEST(Limits, DirectivesAreSeenInEveryForm)
 {

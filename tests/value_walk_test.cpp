@@ -97,6 +97,8 @@ TEST(ValueWalk, FindsKindAndPlace)
     EXPECT_EQ(ZRYAML_PositionGet(stLoaded.pstHandle, &uiLine, nullptr, "m"), YAML_ERR_PARAM);
     EXPECT_EQ(uiLine, 7U);
     EXPECT_EQ(ZRYAML_PathFind(stLoaded.pstHandle, nullptr), nullptr);
+    EXPECT_EQ(ZRYAML_PathFind(stLoaded.pstHandle, "m.x.1"), nullptr); // ends with the value's text
+    EXPECT_EQ(ZRYAML_LastErrorGet()->uiCode, YAML_ERR_EMPTY);
     EXPECT_EQ(ZRYAML_PathFind(stLoaded.pstHandle, "%s%n"), nullptr); // a text, not a format
     EXPECT_STREQ(ZRYAML_LastErrorGet()->pcKeyPath, "%s%n");
 }

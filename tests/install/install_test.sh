@@ -16,7 +16,8 @@ mv "$work/first" "$work/moved"
 prefix=$work/moved
 
 # Nothing may lead back to where the copy was built or first installed; debug records of the compiler do not count.
-strays=$(grep -rlIF -e "$work/first" -e "$ZRYAML_BUILD" -e "$ZRYAML_SOURCE" "$prefix" || true)
+# Only whole paths count: a short one such as /src is also the end of others.
+strays=$(grep -rlIE "(^|[^[:alnum:]_./-])($work/first|$ZRYAML_BUILD|$ZRYAML_SOURCE)(/|[^[:alnum:]_.-]|$)" "$prefix" || true)
 [ -z "$strays" ] || fail "installed files with fixed paths: $strays"
 libraries=$(dirname "$(find "$prefix" -name libzryaml.so)")
 for file in "$libraries/libzryaml.so.1" "$libraries/libzrbase.so.1"; do

@@ -37,7 +37,7 @@ uint32_t FirstKeyCopy(YamlHandle &stHandle, YamlListNode &stMap, YamlListNode **
         return uiResult;
     if (stSame.pstWritten != nullptr || stSame.pstMerged != nullptr) {
         YAML_NOTE(YAML_ERR_SAME, "There is a same scalar in previous key list. (Scalar=%s)", stKey.pcValue);
-        return CopyCharge(stHandle, 0);
+        return CopyCharge(stHandle, strlen(stKey.pcValue) + 1);
     }
     YamlListNode *pstCopy = yaml_SingleNodeDup(&stHandle, &stKey);
     if (pstCopy == nullptr)

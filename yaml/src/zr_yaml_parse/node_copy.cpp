@@ -42,7 +42,7 @@ uint32_t KeyCopy(YamlHandle &stHandle, KeyPlace &stPlace, const YamlListNode &st
     }
     if (bSkip) {
         YAML_NOTE(YAML_ERR_SAME, "There is a same scalar in previous key list. (Scalar=%s)", stSourceKey.pcValue);
-        return CopyCharge(stHandle, 0);
+        return CopyCharge(stHandle, strlen(stSourceKey.pcValue) + 1);
     }
     YamlListNode *pstCopy = yaml_SingleNodeDup(&stHandle, &stSourceKey);
     if (pstCopy == nullptr)
