@@ -13,30 +13,34 @@ failures=0
 rows=0
 
 fail() {
-    echo "FAIL (line ${BASH_LINENO[1]}): $1"
+    echo "FAIL (line ${BASH_LINENO[-2]}): $1"
     failures=$((failures + 1))
 }
 
-# expect STATUS STDOUT ARGUMENT... (standard input is the caller's)
-expect() {
-    local status=$1 wanted=$2 got
-    shift 2
+# Runs the command and compares its status; what it prints is then in the files out and err.
+run() {
+    local status=$1 got
+    shift
     rows=$((rows + 1))
     "$zryaml" "$@" >out 2>err
     got=$?
     [ "$got" -eq "$status" ] || fail "zryaml $*: status $got, not $status"
+}
+
+# expect STATUS STDOUT ARGUMENT... (standard input is the caller's)
+expect() {
+    local status=$1 wanted=$2
+    shift 2
+    run "$status" "$@"
     printf %b "$wanted" | cmp -s - out || fail "zryaml $*: printed $(od -An -c out | head -5), not $wanted"
     [ "$status" -eq 0 ] || [ "$wanted" = 'none\n' ] || [ -s err ] || fail "zryaml $*: failed in silence"
 }
 
 # expect_told STATUS STDERR ARGUMENT...   STDERR is the whole of standard error.
 expect_told() {
-    local status=$1 wanted=$2 got
+    local status=$1 wanted=$2
     shift 2
-    rows=$((rows + 1))
-    "$zryaml" "$@" >out 2>err
-    got=$?
-    [ "$got" -eq "$status" ] || fail "zryaml $*: status $got, not $status"
+    run "$status" "$@"
     printf %b "$wanted" | cmp -s - err || fail "zryaml $*: told $(cat err), not $wanted"
 }
 
