@@ -5,11 +5,13 @@
 
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace {
 
 constexpr std::string_view g_svDirective = "%TAG";
 constexpr size_t DirectiveMax = 1024; // bytes of one directive; a longer one serves nobody
+constexpr size_t BlanksMax = 16384;   // bytes of a run of blanks and line breaks with something behind it
 
 // Whether a byte ends the line of a directive, in which only ASCII may stand.
 constexpr bool IsLineEnd(unsigned char ucByte) noexcept
@@ -46,6 +48,11 @@ uint32_t InputGuard::Check(const unsigned char *pucText, size_t ulLength) noexce
         ErrorHintAdd("a file may have %zu bytes (limit ulFileBytes)", static_cast<size_t>(m_stLimits.ulFileBytes));
         return uiCode;
     }
+    if (BlanksScan(pucText, ulLength) > BlanksMax) {
+        const uint32_t uiCode = YAML_FAIL(YAML_ERR_EVENT, "There are too many blanks in a row. (Limit=%zu)", BlanksMax);
+        ErrorHintAdd("spaces, tabs and line breaks may come to %zu bytes in a row", BlanksMax);
+        return uiCode;
+    }
     DirectivesScan(pucText, ulLength);
     if (m_ulDirective > DirectiveMax)
         return YAML_FAIL(YAML_ERR_EVENT, "The directive is too long. (Limit=%zu)", DirectiveMax);
@@ -56,6 +63,45 @@ uint32_t InputGuard::Check(const unsigned char *pucText, size_t ulLength) noexce
         return uiCode;
     }
     return YAML_OK;
+}
+
+// Whether a byte may be one of a blank or a line break; the runs in question hold nothing else.
+bool InputGuard::IsBlank(unsigned char ucByte) const noexcept
+{
+    switch (ucByte) {
+    case ' ':
+    case '\t':
+    case '\n':
+    case '\r':
+    case 0:
+    case 0xC2: // NEL, LS and PS in UTF-8
+    case 0x85:
+    case 0xE2:
+    case 0x80:
+    case 0xA8:
+    case 0xA9:
+        return true;
+    case 0x28: // LS and PS in UTF-16
+    case 0x29:
+        return m_bUtf16;
+    default:
+        return false;
+    }
+}
+
+// Follows a run of blanks from part to part, and tells how long one was that ends here; one within a part is short.
+uint64_t InputGuard::BlanksScan(const unsigned char *pucText, size_t ulLength) noexcept
+{
+    size_t ulLeading = 0;
+    while (ulLeading < ulLength && IsBlank(pucText[ulLeading]))
+        ++ulLeading;
+    m_ulBlanks += ulLeading;
+    if (ulLeading == ulLength)
+        return 0;
+    uint64_t ulTrailing = 0;
+    while (IsBlank(pucText[ulLength - 1 - ulTrailing]))
+        ++ulTrailing;
+    return std::exchange(m_ulBlanks, ulTrailing);
 }
 
 bool InputGuard::IsLineStart(unsigned char ucBefore) const noexcept

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// Stands between libyaml and what it reads: refuses a file that is too large or has too many or too long %TAG
-// directives as its bytes arrive, before they are parsed. libyaml's time grows with the square of their number, and
-// with their length times the number of tags.
+// Stands between libyaml and what it reads: refuses a file that is too large, has too many or too long %TAG directives,
+// or too many blanks in a row, as its bytes arrive, before they are parsed. libyaml's time grows with the square of the
+// number of directives, with their length times the number of tags, and with the longest run of blanks in a text times
+// the number of its words, because it wipes its buffer for blanks at each.
 #pragma once
 
 #include "parse_internal.h"
@@ -22,6 +23,8 @@ public:
 
 private:
     static int Read(void *pGuard, unsigned char *pucBuffer, size_t ulSize, size_t *pulRead) noexcept;
+    [[nodiscard]] uint64_t BlanksScan(const unsigned char *pucText, size_t ulLength) noexcept;
+    [[nodiscard]] bool IsBlank(unsigned char ucByte) const noexcept;
     void DirectivesScan(const unsigned char *pucText, size_t ulLength) noexcept;
     [[nodiscard]] const unsigned char *DirectiveSkip(const unsigned char *puc, const unsigned char *pucEnd) noexcept;
     [[nodiscard]] bool IsLineStart(unsigned char ucBefore) const noexcept;
@@ -31,6 +34,7 @@ private:
     void *m_pReadData;
     const YamlLimits &m_stLimits;
     uint64_t m_ulBytes = 0;
+    uint64_t m_ulBlanks = 0; // in a row, up to the end of the part before
     uint32_t m_uiDirectives = 0;
     uint32_t m_uiRefusal = YAML_OK;
     size_t m_ulMatched = 0;          // characters of "%TAG" seen
