@@ -6,8 +6,9 @@
 
 namespace {
 
-// Empty chunks kept for the next document. Beyond it they go back to the system.
-constexpr size_t EmptyMax = size_t{16} * 1024 * 1024 / zr::RegionUnit;
+// Empty chunks kept for the next document, enough for one of a megabyte in short scalars. Beyond it they go back to the
+// system.
+constexpr size_t EmptyMax = size_t{32} * 1024 * 1024 / zr::RegionUnit;
 
 [[nodiscard]] char *FirstBlockOf(zr::Chunk *pstChunk) noexcept
 {

@@ -121,7 +121,11 @@ typedef struct YamlListNode {
     /* Private to the library. */
     uint32_t uiLine;   /**< 1-based place of the event that made the node; 0 when there was none */
     uint32_t uiColumn; /**< 1-based, in characters */
-    uint32_t uiState;  /**< bits for being open, anchored, read */
+    uint32_t uiState;  /**< bits for being open, anchored, read, and for where its memory comes from */
+    union {
+        uint32_t uiNumber;   /**< of an element in its sequence, from 0 */
+        uint32_t uiTextMark; /**< of a key: what tells its text from most others; 0 if not known */
+    } uPlace;
     union {
         struct YamlKeyIndex *pstKeyIndex; /**< map node that is open and has many keys: its keys by text */
         struct YamlListNode *pstSameKey;  /**< marked key: the merged key it repeats; merged key: the one marked */
@@ -158,7 +162,14 @@ typedef struct YamlHandle {
     uint32_t uiLine;                        /**< place of the event at hand, 1-based, while loading */
     uint32_t uiColumn;                      /**< as above, in characters */
     YamlLimits stLimits;                    /**< the limits as they were when the load began */
-    const char *pcName;                     /**< the file's path or the text's name, as the caller gave it */
+    uint32_t uiOwnBlocks;                   /**< not 0: there are nodes with blocks of their own */
+    struct {
+        char *pcFree;                     /**< where the next piece begins */
+        size_t ulFree;                    /**< bytes left in the block at hand */
+        struct YamlStoreBlock *pstBlocks; /**< all blocks, the youngest first */
+        uint32_t uiBlockSize;             /**< of the next block; 0 unless loading */
+    } stStore;                            /**< memory of the nodes and texts that the load made */
+    const char *pcName;                   /**< the file's path or the text's name, as the caller gave it */
 } YamlHandle;
 
 /** The record of one anchor, while a file is loaded. */
@@ -259,9 +270,10 @@ ZRYAML_API YamlHandle *ZRYAML_TextLoad(const char *pcText, size_t ulLength, cons
  * Sets the limits of all loads that begin from now on, process-wide.
  *
  * A load that exceeds a limit fails: depth "The collections are nested too deep. (Depth=%u)" (0x1900000B), directives
- * "There are too many directives. (Limit=%u)" (0x1900000B; one of more than 1024 bytes is refused always), bytes of a
- * file "The file is too large. (Limit=%zu)" (12), bytes of copies "The alias expansion is too large. (Alias=%s)" (12);
- * the hint of the error record names the limit.
+ * "There are too many directives. (Limit=%u)" (0x1900000B; one of more than 1024 bytes is refused always, and so are
+ * more than 16384 blanks and line breaks in a row with something behind them, "There are too many blanks in a row.
+ * (Limit=%zu)"), bytes of a file "The file is too large. (Limit=%zu)" (12), bytes of copies "The alias expansion is too
+ * large. (Alias=%s)" (12); the hint of the error record names the limit.
  *
  * @param pstLimits  All limits; start from ZRYAML_LimitsGet.
  * @return 0; 22 if pstLimits is NULL or uiDepth is not 1 to 512 (logged, nothing changes).

@@ -3,6 +3,9 @@
 // code decides which link holds a child.
 #pragma once
 
+#include <cstring>
+#include <string_view>
+
 #include <zr_yaml.h>
 
 namespace zryaml {
@@ -10,6 +13,7 @@ namespace zryaml {
 // Bits of YamlListNode::uiState.
 constexpr uint32_t NODE_OPEN = 1U;     // a collection whose end event has not come
 constexpr uint32_t NODE_ANCHORED = 2U; // an anchor in the file names the node
+constexpr uint32_t NODE_STORED = 8U;   // record and text lie in a block of the document, and go with it
 constexpr uint32_t NODE_READ = 4U;     // a key whose value, or something below it, has been handed out
 
 constexpr void ListInit(YamlList &stHead) noexcept
@@ -63,6 +67,36 @@ enum class NodeLink : size_t { // the value is the link's offset in its record
 {
     return stNode.uiMagic == YAML_NODE_MAGIC;
 }
+
+constexpr size_t MarkLengthMax = 127; // stands for all lengths from there on
+
+// Length and last characters of a text, by which most keys of a map are told apart without a look at their texts. Never
+// 0, which a key has that was made by hand.
+[[nodiscard]] constexpr uint32_t TextMarkOf(std::string_view svText) noexcept
+{
+    const size_t ulLength = svText.size();
+    auto uiMark = static_cast<uint32_t>(ulLength < MarkLengthMax ? ulLength : MarkLengthMax) << 1 | 1;
+    for (size_t ul = 1; ul <= 3; ++ul)
+        uiMark = uiMark << 8 | (ul <= ulLength ? static_cast<unsigned char>(svText[ulLength - ul]) : 0U);
+    return uiMark;
+}
+
+class WantedKey { // a text that a key is searched by
+public:
+    explicit WantedKey(std::string_view svText) noexcept : m_svText(svText), m_uiMark(TextMarkOf(svText)) {}
+    [[nodiscard]] bool IsOf(const YamlListNode &stKey) const noexcept
+    {
+        if (stKey.uPlace.uiTextMark != m_uiMark)
+            return stKey.uPlace.uiTextMark == 0 && stKey.pcValue != nullptr && m_svText == stKey.pcValue;
+        if (m_svText.size() >= MarkLengthMax)
+            return m_svText == stKey.pcValue;
+        return memcmp(stKey.pcValue, m_svText.data(), m_svText.size()) == 0; // the mark has told the length
+    }
+
+private:
+    std::string_view m_svText;
+    uint32_t m_uiMark;
+};
 
 [[nodiscard]] constexpr bool HasChildren(const YamlListNode &stNode) noexcept
 {

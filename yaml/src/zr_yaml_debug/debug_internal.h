@@ -2,6 +2,7 @@
 // What the files of this folder share.
 #pragma once
 
+#include "../debug_switch.h"
 #include "../node_tree.h"
 #include "../report.h"
 

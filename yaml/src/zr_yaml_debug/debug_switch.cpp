@@ -13,5 +13,5 @@ void ZRYAML_DebugSwitchSet(uint32_t bSwitch)
 
 uint32_t yaml_IsDebugSwitchOpen(void)
 {
-    return __atomic_load_n(&g_bYamlDebugSwitch, __ATOMIC_RELAXED);
+    return DebugSwitch();
 }

@@ -14,13 +14,13 @@ constexpr int64_t NsPerMs = 1'000'000;
 
 void yaml_StartPoint(struct timespec *pstStart)
 {
-    if (yaml_IsDebugSwitchOpen() != 0)
+    if (DebugSwitch() != 0)
         (void)clock_gettime(CLOCK_MONOTONIC, pstStart);
 }
 
 uint32_t yaml_ElapseTimeGet(const struct timespec *pstStart, uint32_t *puiElapse)
 {
-    if (yaml_IsDebugSwitchOpen() == 0)
+    if (DebugSwitch() == 0)
         return YAML_ERR_SWITCH_OFF;
     struct timespec stNow = {};
     (void)clock_gettime(CLOCK_MONOTONIC, &stNow);
@@ -58,7 +58,7 @@ uint32_t ZRYAML_DebugInfoGet(YamlHandle *pstHandle, YamlDebugInfo *pstDebugInfo)
     ErrorClear();
     if (pstHandle == nullptr || pstDebugInfo == nullptr)
         return YAML_FAIL(YAML_ERR_PARAM, "The parameter is invalid to get debug information.");
-    if (yaml_IsDebugSwitchOpen() == 0)
+    if (DebugSwitch() == 0)
         return YAML_FAIL(YAML_ERR_SWITCH_OFF, "The debug switch has not been open.");
 
     YAML_SECURE(memset_s(pstDebugInfo, sizeof(*pstDebugInfo), 0, sizeof(*pstDebugInfo)));

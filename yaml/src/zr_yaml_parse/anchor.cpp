@@ -58,7 +58,7 @@ namespace {
 void RecordFinish(YamlHandle &stHandle, AnchorRecord &stRecord) noexcept
 {
     ListInsertAfter(stHandle.stAnchorList, stRecord.stAnchorLink);
-    stRecord.pstOlder = stHandle.pstAnchorIndex->Put(stRecord);
+    stRecord.pstOlder = stHandle.pstAnchorIndex->Put(stRecord, TextHash(stRecord.pcAnchorName));
 }
 
 // The record on a node, searched from the front of a list: the one that is asked for was made last.
@@ -84,7 +84,7 @@ void zryaml::parse::AnchorNameDrop(YamlHandle &stHandle, const char *pcName) noe
     }
     if (stHandle.pstAnchorIndex == nullptr)
         return;
-    AnchorRecord *pstRecord = stHandle.pstAnchorIndex->Find(pcName);
+    AnchorRecord *pstRecord = stHandle.pstAnchorIndex->Find(pcName, TextHash(pcName));
     stHandle.pstAnchorIndex->Remove(pcName);
     while (pstRecord != nullptr) // the name may be that of a record, so it is not used any more
         RecordFree(*std::exchange(pstRecord, pstRecord->pstOlder));
@@ -151,7 +151,7 @@ void yaml_AnchorRecordEnd(YamlHandle *pstHandle, YamlListNode *pstNode)
 
 YamlAnchorNode *yaml_AnchorObjFind(const YamlHandle *pstHandle, const char *pcName)
 {
-    return pstHandle->pstAnchorIndex == nullptr ? nullptr : pstHandle->pstAnchorIndex->Find(pcName);
+    return pstHandle->pstAnchorIndex == nullptr ? nullptr : pstHandle->pstAnchorIndex->Find(pcName, TextHash(pcName));
 }
 
 void yaml_AnchorNodesRelease(YamlList *pstHead)

@@ -18,11 +18,6 @@ uint32_t zryaml::parse::DepthCheck(const YamlHandle &stHandle, uint32_t uiMore) 
     return uiCode;
 }
 
-void zryaml::parse::OwnBytesAdd(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept
-{
-    stHandle.ulOwnBytes += sizeof(YamlListNode) + ulTextBytes;
-}
-
 uint32_t zryaml::parse::CopyCharge(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept
 {
     const uint64_t ulOwnShare = CopyBytesFactor * stHandle.ulOwnBytes;

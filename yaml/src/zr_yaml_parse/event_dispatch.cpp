@@ -47,7 +47,7 @@ uint32_t yaml_EventAnalyze(const yaml_event_t *pstEvent, YamlListNode **ppstCurr
     const uint32_t uiLastType = std::exchange(*puiLastEventType, uiType);
     if (uiType == YAML_NO_EVENT || uiType > YAML_MAPPING_END_EVENT)
         return YAML_FAIL(YAML_ERR_EVENT, "Unknown parse event. (Event=%u)", uiType);
-    if (yaml_IsDebugSwitchOpen() == 1)
+    if (DebugSwitch() == 1)
         EventTrace(*pstEvent);
     pstHandle->uiLine = static_cast<uint32_t>(pstEvent->start_mark.line + 1);
     pstHandle->uiColumn = static_cast<uint32_t>(pstEvent->start_mark.column + 1);

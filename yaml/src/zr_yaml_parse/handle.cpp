@@ -1,6 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 // The document handle: initialisation, the stack of open collection events, release of a whole document.
+#include "node_store.h"
 #include "parse_internal.h"
+
+namespace {
+
+// The whole document goes, so no node is taken out of any list first, and a released one is never looked at again.
+void NodesRelease(YamlHandle &stHandle) noexcept
+{
+    YamlList &stHead = stHandle.stRoot.stAllocLink;
+    for (YamlList *pstLink = stHead.next; pstLink != &stHead;) {
+        YamlListNode &stNode = *NodeOf(pstLink, NodeLink::Alloc);
+        pstLink = pstLink->next;
+        NodeRelease(stNode);
+    }
+}
+
+} // namespace
 
 uint32_t yaml_CurrEventGet(const YamlHandle *pstHandle)
 {
@@ -26,7 +42,7 @@ void yaml_HandleInit(YamlHandle *pstHandle)
     ListInit(pstHandle->stAnchorList);
     ListInit(pstHandle->stOpenAnchorList);
     ZRYAML_LimitsGet(&pstHandle->stLimits);
-    if (yaml_IsDebugSwitchOpen() == 1)
+    if (DebugSwitch() == 1)
         pstHandle->uiMemSize += static_cast<uint32_t>(sizeof(*pstHandle));
 }
 
@@ -34,12 +50,8 @@ void ZRYAML_HandleFree(YamlHandle *pstHandle)
 {
     if (pstHandle == nullptr)
         return;
-    // The whole document goes, so no node is taken out of any list first, and a released one is never looked at again.
-    YamlList &stHead = pstHandle->stRoot.stAllocLink;
-    for (YamlList *pstLink = stHead.next; pstLink != &stHead;) {
-        YamlListNode &stNode = *NodeOf(pstLink, NodeLink::Alloc);
-        pstLink = pstLink->next;
-        NodeRelease(stNode);
-    }
+    if (pstHandle->uiOwnBlocks != 0 || pstHandle->uiEventDepth != 0) // an open map may have an index
+        NodesRelease(*pstHandle);
+    StoreRelease(*pstHandle);
     ZR_MemFree(pstHandle, yaml_MemHandleGet());
 }

@@ -3,6 +3,7 @@
 // the file is closed, the parser deleted and the anchor records released; a failed load leaves nothing behind.
 #include "input_guard.h"
 #include "load_explain.h"
+#include "node_store.h"
 #include "parse_internal.h"
 
 #include <cerrno>
@@ -141,10 +142,12 @@ YamlHandle *DocumentLoad(Source stSource, FilePtr pstFile, const char *pcName) n
         return nullptr;
     struct timespec stStart = {};
     yaml_StartPoint(&stStart);
+    StoreOpen(*pstHandle);
     const uint32_t uiResult =
         stSource.pstFile != nullptr ? yaml_FileParse(stSource.pstFile, pstHandle) : SourceParse(stSource, *pstHandle);
     pstFile.reset();
     yaml_AnchorListRealse(pstHandle);
+    StoreClose(*pstHandle);
     if (uiResult == YAML_OK && pstHandle->auiEventStack[0] == 0) {
         yaml_ParseElapseTimeGet(pstHandle, &stStart);
         return pstHandle;

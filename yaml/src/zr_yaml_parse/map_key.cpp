@@ -45,17 +45,18 @@ uint32_t IndexMake(YamlListNode &stMap, uint32_t uiKeys) noexcept
         return YAML_FAIL(YAML_ERR_NOMEM, "Allocate memory for key index failed.");
     for (YamlListNode &stKey : Children(stMap)) {
         if (stKey.uiSameWithAnchor == 0)
-            (void)pstIndex->Put(stKey);
+            (void)pstIndex->Put(stKey, TextHash(stKey.pcValue));
     }
     return YAML_OK;
 }
 
 uint32_t KeysWalk(YamlListNode &stMap, const char *pcText, SameKeys &stFound) noexcept
 {
+    const WantedKey stWanted(pcText);
     uint32_t uiKeys = 0;
     for (YamlListNode &stKey : Children(stMap)) {
         ++uiKeys;
-        if (stKey.pcValue != nullptr && strcmp(stKey.pcValue, pcText) == 0)
+        if (stWanted.IsOf(stKey))
             (stKey.uiFromAlias == 0 ? stFound.pstWritten : stFound.pstMerged) = &stKey;
     }
     const bool bOpen = (stMap.uiState & NODE_OPEN) != 0;
@@ -69,28 +70,29 @@ uint32_t zryaml::parse::KeysFind(YamlListNode &stMap, const char *pcText, SameKe
     stFound = {};
     if (stMap.uPrivate.pstKeyIndex == nullptr)
         return KeysWalk(stMap, pcText, stFound);
-    YamlListNode *pstKey = stMap.uPrivate.pstKeyIndex->Find(pcText);
-    if (pstKey != nullptr && pstKey->uiFromAlias != 0)
-        stFound = {pstKey->uPrivate.pstSameKey, pstKey};
-    else
-        stFound.pstWritten = pstKey;
+    stFound.ulHash = TextHash(pcText);
+    YamlListNode *pstKey = stMap.uPrivate.pstKeyIndex->Find(pcText, stFound.ulHash);
+    const bool bMerged = pstKey != nullptr && pstKey->uiFromAlias != 0;
+    stFound.pstWritten = bMerged ? pstKey->uPrivate.pstSameKey : pstKey;
+    stFound.pstMerged = bMerged ? pstKey : nullptr;
     return YAML_OK;
 }
 
-uint32_t zryaml::parse::KeyInsert(YamlListNode &stMap, YamlListNode *pstPrevious, YamlListNode &stKey) noexcept
+uint32_t zryaml::parse::KeyInsert(YamlListNode &stMap, YamlListNode *pstPrevious, YamlListNode &stKey,
+                                  uint64_t ulHash) noexcept
 {
     YamlKeyIndex *pstIndex = stMap.uPrivate.pstKeyIndex;
     if (pstIndex != nullptr && stKey.uiSameWithAnchor == 0) {
         if (!pstIndex->Reserve(pstIndex->Count() + 1))
             return YAML_FAIL(YAML_ERR_NOMEM, "Allocate memory for key index failed.");
-        (void)pstIndex->Put(stKey);
+        (void)pstIndex->Put(stKey, ulHash != 0 ? ulHash : TextHash(stKey.pcValue));
     }
     if (pstPrevious != nullptr) {
         ChildInsertAfter(*pstPrevious, stKey);
         return YAML_OK;
     }
     stKey.pstFather = &stMap;
-    yaml_FatherNodeNextLevelTypeSet(&stKey, YAML_DATATYPE_SCALAR);
+    ChildTypeFix(stMap, YAML_DATATYPE_SCALAR);
     ListInsertAfter(stMap.stChildList, stKey.stChildLink);
     return YAML_OK;
 }
@@ -138,7 +140,7 @@ uint32_t yaml_ScalarNodeAddWithKeyRole(YamlListNode *pstNewNode, YamlListNode *p
         pstNewNode->uPrivate.pstSameKey = stSame.pstMerged;
         stSame.pstMerged->uPrivate.pstSameKey = pstNewNode;
     }
-    return KeyInsert(*pstMap, KeyBefore(*pstMap, *pstCurrNode), *pstNewNode);
+    return KeyInsert(*pstMap, KeyBefore(*pstMap, *pstCurrNode), *pstNewNode, stSame.ulHash);
 }
 
 YamlListNode *yaml_SameKeyFindInAnchor(const YamlListNode *pstKeyNode)

@@ -10,7 +10,7 @@ namespace {
 // Takes the "<<" key out of its map, together with what it was counted for and the anchor it may carry.
 void MergeKeyRelease(YamlHandle &stHandle, YamlListNode &stMergeKey) noexcept
 {
-    if (yaml_IsDebugSwitchOpen() == 1)
+    if (DebugSwitch() == 1)
         stHandle.uiMemSize -= static_cast<uint32_t>(sizeof(YamlListNode) + strlen(stMergeKey.pcValue) + 1);
     AnchorOfNodeDrop(stHandle, stMergeKey);
     KeyRemove(*stMergeKey.pstFather, stMergeKey);
@@ -42,7 +42,7 @@ uint32_t FirstKeyCopy(YamlHandle &stHandle, YamlListNode &stMap, YamlListNode **
     YamlListNode *pstCopy = yaml_SingleNodeDup(&stHandle, &stKey);
     if (pstCopy == nullptr)
         return YAML_ERR_NOMEM;
-    uiResult = KeyInsert(stMap, *ppstPrevious, *pstCopy);
+    uiResult = KeyInsert(stMap, *ppstPrevious, *pstCopy, stSame.ulHash);
     if (uiResult != YAML_OK)
         return uiResult;
     *ppstPrevious = pstCopy;

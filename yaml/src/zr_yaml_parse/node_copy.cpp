@@ -24,21 +24,15 @@ struct KeyPlace {
     bool bTest;                // whether the map may have a key already
 };
 
-uint32_t KeyTaken(YamlListNode &stMap, const YamlListNode &stSourceKey, bool &bTaken) noexcept
-{
-    SameKeys stSame;
-    const uint32_t uiResult = KeysFind(stMap, stSourceKey.pcValue, stSame);
-    bTaken = stSame.pstWritten != nullptr || stSame.pstMerged != nullptr;
-    return uiResult;
-}
-
 uint32_t KeyCopy(YamlHandle &stHandle, KeyPlace &stPlace, const YamlListNode &stSourceKey) noexcept
 {
     bool bSkip = stSourceKey.uiSameWithAnchor == 1; // the merged key of that text is copied in its stead
+    SameKeys stSame;
     if (!bSkip && stPlace.bTest) {
-        const uint32_t uiResult = KeyTaken(*stPlace.pstMap, stSourceKey, bSkip);
+        const uint32_t uiResult = KeysFind(*stPlace.pstMap, stSourceKey.pcValue, stSame);
         if (uiResult != YAML_OK)
             return uiResult;
+        bSkip = stSame.pstWritten != nullptr || stSame.pstMerged != nullptr;
     }
     if (bSkip) {
         YAML_NOTE(YAML_ERR_SAME, "There is a same scalar in previous key list. (Scalar=%s)", stSourceKey.pcValue);
@@ -47,7 +41,7 @@ uint32_t KeyCopy(YamlHandle &stHandle, KeyPlace &stPlace, const YamlListNode &st
     YamlListNode *pstCopy = yaml_SingleNodeDup(&stHandle, &stSourceKey);
     if (pstCopy == nullptr)
         return YAML_ERR_NOMEM;
-    const uint32_t uiResult = KeyInsert(*stPlace.pstMap, stPlace.pstPrevious, *pstCopy);
+    const uint32_t uiResult = KeyInsert(*stPlace.pstMap, stPlace.pstPrevious, *pstCopy, stSame.ulHash);
     if (uiResult != YAML_OK)
         return uiResult;
     stPlace.pstPrevious = pstCopy;
@@ -76,20 +70,18 @@ uint32_t zryaml::parse::ContentCopy(YamlHandle &stHandle, YamlListNode &stCopy, 
 
 YamlListNode *yaml_SingleNodeDup(YamlHandle *pstHandle, const YamlListNode *pstSrcNode)
 {
-    const uint64_t ulTextBytes = pstSrcNode->pcValue != nullptr ? strlen(pstSrcNode->pcValue) + 1 : 0;
-    if (CopyCharge(*pstHandle, ulTextBytes) != YAML_OK)
+    const bool bText = pstSrcNode->pcValue != nullptr;
+    const std::string_view svText = bText ? pstSrcNode->pcValue : "";
+    if (CopyCharge(*pstHandle, bText ? svText.size() + 1 : 0) != YAML_OK)
         return nullptr;
     YamlListNode *pstCopy = yaml_ListNodeAlloc(pstHandle);
     if (pstCopy == nullptr) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to allocate memory to dup node.");
         return nullptr;
     }
-    if (pstSrcNode->pcValue != nullptr) {
-        pstCopy->pcValue = yaml_ValueDup(pstHandle, 1, pstSrcNode->pcValue);
-        if (pstCopy->pcValue == nullptr) {
-            yaml_ListNodeFree(pstCopy);
-            return nullptr;
-        }
+    if (bText && !TextSet(*pstHandle, *pstCopy, svText)) {
+        yaml_ListNodeFree(pstCopy);
+        return nullptr;
     }
     pstCopy->uiFromAlias = 1;
     pstCopy->uiDataType = pstSrcNode->uiDataType;

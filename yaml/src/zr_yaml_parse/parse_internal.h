@@ -1,30 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the files of this folder share: names for libyaml's numbers, placing of nodes, the key index, what copies cost.
+// What the files of this folder share: names for libyaml's numbers, the key index, what copies cost.
 #pragma once
 
+#include "../debug_switch.h"
 #include "../node_tree.h"
 #include "../report.h"
+#include "node_place.h"
+
+#include <string_view>
 
 namespace zryaml::parse {
 
 extern ZR_LogModule YamlLogModule;
 
-// --- placing nodes (node_place.cpp) ---
-
-// Hangs a node below a father as its last child; the first child fixes the type of the father's children.
-void ChildAppend(YamlListNode &stFather, YamlListNode &stChild) noexcept;
-// Hangs a node right after another one, below the same father.
-void ChildInsertAfter(YamlListNode &stPrevious, YamlListNode &stChild) noexcept;
-// Takes all children off a node; their links and fathers no longer reach it.
-void ChildrenDetach(YamlListNode &stFather) noexcept;
-// The innermost open collection, known by its mark. In a tree made by hand nothing is marked: there it is the current
-// node itself, just opened, or the collection of type uiDataType that the current node stands in. NULL if none.
-[[nodiscard]] YamlListNode *InnermostCollection(YamlListNode &stCurrNode, uint32_t uiDataType) noexcept;
-// Whether the current node is a key of the map that still waits for its value.
-[[nodiscard]] bool ValueExpected(const YamlListNode &stMap, const YamlListNode &stCurrNode) noexcept;
-
 // --- node records (node.cpp) ---
 
+// Gives a scalar a copy of a text. False if out of memory (logged).
+[[nodiscard]] bool TextSet(YamlHandle &stHandle, YamlListNode &stNode, std::string_view svText) noexcept;
+// A scalar with a text, in no place of the tree yet. NULL if out of memory (logged).
+[[nodiscard]] YamlListNode *ScalarCreate(YamlHandle &stHandle, std::string_view svText) noexcept;
 // Releases a record with all that it owns, without taking it out of any list.
 void NodeRelease(YamlListNode &stNode) noexcept;
 
@@ -33,11 +27,14 @@ void NodeRelease(YamlListNode &stNode) noexcept;
 struct SameKeys { // the keys of one map that have a certain text
     YamlListNode *pstWritten = nullptr;
     YamlListNode *pstMerged = nullptr;
+    uint64_t ulHash = 0; // of the text, where an index was asked for it
 };
 // Finds the keys of a map with a text, at the same cost however many keys it has. 12 if out of memory (logged).
 [[nodiscard]] uint32_t KeysFind(YamlListNode &stMap, const char *pcText, SameKeys &stFound) noexcept;
-// Hangs a key into a map, right after a key or, with a NULL one, as the first. 12 if out of memory (logged).
-[[nodiscard]] uint32_t KeyInsert(YamlListNode &stMap, YamlListNode *pstPrevious, YamlListNode &stKey) noexcept;
+// Hangs a key into a map, right after a key or, with a NULL one, as the first; ulHash as KeysFind
+// gave it, or 0. 12 if out of memory (logged).
+[[nodiscard]] uint32_t KeyInsert(YamlListNode &stMap, YamlListNode *pstPrevious, YamlListNode &stKey,
+                                 uint64_t ulHash) noexcept;
 // Takes a key out of a map and releases it.
 void KeyRemove(YamlListNode &stMap, YamlListNode &stKey) noexcept;
 // Releases what served the insertion of keys, when a map ends.
@@ -55,7 +52,10 @@ void AnchorOfNodeDrop(YamlHandle &stHandle, const YamlListNode &stNode) noexcept
 // Refuses to go uiMore collections below the open ones if that is too deep. 0 or 0x1900000B (logged).
 [[nodiscard]] uint32_t DepthCheck(const YamlHandle &stHandle, uint32_t uiMore) noexcept;
 // Counts bytes of a node that the file itself wrote.
-void OwnBytesAdd(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept;
+inline void OwnBytesAdd(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept
+{
+    stHandle.ulOwnBytes += sizeof(YamlListNode) + ulTextBytes;
+}
 // Charges the visit of one node by an alias or a merge, with the bytes of the text that it copies. 0 or 12 (logged).
 [[nodiscard]] uint32_t CopyCharge(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept;
 

@@ -3,6 +3,8 @@
 // linear probing in one block of the pool. The hash is keyed with a secret of the process, so that no file can be
 // written whose texts collide.
 //
+// Callers bring the hash of the text along, as most of them need it twice.
+//
 // Invariants: 1. the capacity is a power of two, or 0 without a block; 2. at most half of the slots are used; 3.
 // between a record's own slot and the one it is in, no slot is free.
 #pragma once
@@ -17,9 +19,9 @@ namespace zryaml::parse {
 
 template <typename Record, const char *(*TextOf)(const Record &)> class TextIndex {
 public:
-    [[nodiscard]] Record *Find(const char *pcText) const noexcept
+    [[nodiscard]] Record *Find(const char *pcText, uint64_t ulHash) const noexcept
     {
-        return m_uiCapacity == 0 ? nullptr : m_pstSlots[SlotOf(TextHash(pcText), pcText)].pstRecord;
+        return m_uiCapacity == 0 ? nullptr : m_pstSlots[SlotOf(ulHash, pcText)].pstRecord;
     }
 
     // Makes room for so many records in all; false if out of memory, and then nothing has changed.
@@ -32,9 +34,8 @@ public:
     }
 
     // Stores a record, for which there must be room; returns the one with the same text that it takes the place of.
-    Record *Put(Record &stRecord) noexcept
+    Record *Put(Record &stRecord, uint64_t ulHash) noexcept
     {
-        const uint64_t ulHash = TextHash(TextOf(stRecord));
         Slot &stSlot = m_pstSlots[SlotOf(ulHash, TextOf(stRecord))];
         Record *pstOld = stSlot.pstRecord;
         m_uiUsed += pstOld == nullptr ? 1 : 0;

@@ -145,9 +145,10 @@ uint32_t yaml_ScalarProcess(const yaml_event_t *pstEvent, YamlListNode **ppstCur
                             uint32_t *puiKeyValueFlag, [[maybe_unused]] uint32_t uiLastEventType)
 {
     const auto &stScalar = pstEvent->data.scalar;
-    if (memchr(stScalar.value, '\0', stScalar.length) != nullptr)
+    const std::string_view svText(TextOf(stScalar.value), stScalar.length);
+    if (svText.find('\0') != std::string_view::npos)
         return YAML_FAIL(YAML_ERR_EVENT, "The scalar holds a NUL character which is not supported.");
-    YamlListNode *pstNode = yaml_ScalarNodeCreate(pstHandle, TextOf(stScalar.value));
+    YamlListNode *pstNode = ScalarCreate(*pstHandle, svText);
     if (pstNode == nullptr)
         return YAML_FAIL(YAML_ERR_NOMEM, "Failed to allocate memory for scalar node.");
 

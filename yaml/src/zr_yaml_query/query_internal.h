@@ -2,8 +2,11 @@
 // What the files of this folder share.
 #pragma once
 
+#include "../debug_switch.h"
 #include "../node_tree.h"
 #include "../report.h"
+
+#include <string_view>
 
 namespace zryaml::query {
 
@@ -19,6 +22,15 @@ extern ZR_LogModule YamlLogModule;
 {
     return cChar >= '0' && cChar <= '9';
 }
+
+// A component of a path that can be read where it stands.
+struct PlainComponent {
+    std::string_view svName; // empty: an index alone
+    uint32_t uiIndex;        // YAML_INDEX_NONE: none
+    const char *pcNext;      // the next component, or the end of the path
+};
+// Reads the component at the front of a path; false if it takes the rules of yaml_KeyParse.
+[[nodiscard]] bool PlainComponentRead(const char *pcPath, PlainComponent &stComponent) noexcept;
 
 } // namespace zryaml::query
 

@@ -68,7 +68,7 @@ void UnreadFill(const YamlListNode &stKey, YamlUnreadKey &stUnread) noexcept
 
 void zryaml::query::ReadMark(const YamlListNode &stNode) noexcept
 {
-    if (yaml_IsDebugSwitchOpen() == 0)
+    if (DebugSwitch() == 0)
         return;
     for (const YamlListNode *pst = &stNode; pst != nullptr; pst = pst->pstFather) {
         if (!IsKey(*pst))
@@ -85,7 +85,7 @@ uint32_t ZRYAML_UnreadKeyNext(YamlHandle *pstHandle, YamlUnreadKey *pstKey)
     ErrorClear();
     if (pstHandle == nullptr || pstKey == nullptr)
         return YAML_FAIL(YAML_ERR_PARAM, "The parameter is null.");
-    if (yaml_IsDebugSwitchOpen() == 0)
+    if (DebugSwitch() == 0)
         return YAML_FAIL(YAML_ERR_SWITCH_OFF, "The debug switch has not been open.");
     const YamlListNode *pstFrom = pstKey->pstNode != nullptr ? Behind(pstKey->pstNode) : ZRYAML_RootGet(pstHandle);
     const YamlListNode *pstUnread = UnreadFrom(pstFrom);

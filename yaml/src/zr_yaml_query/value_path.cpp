@@ -46,16 +46,10 @@ void NamePut(const char *pcName, PathText &stPath) noexcept
     }
 }
 
-void IndexPut(const YamlListNode &stSeq, const YamlListNode &stElement, PathText &stPath) noexcept
+void IndexPut(const YamlListNode &stElement, PathText &stPath) noexcept
 {
-    uint32_t uiIndex = 0;
-    for (const YamlListNode &stBefore : Children(stSeq)) {
-        if (&stBefore == &stElement)
-            break;
-        ++uiIndex;
-    }
-    char acDigits[12];
-    (void)snprintf(acDigits, sizeof(acDigits), "[%u]", uiIndex);
+    char acDigits[sizeof("[4294967295]")];
+    (void)snprintf(acDigits, sizeof(acDigits), "[%u]", stElement.uPlace.uiNumber);
     stPath.Put(acDigits);
 }
 
@@ -67,7 +61,7 @@ void PathPut(const YamlListNode &stNode, PathText &stPath) noexcept
         return;
     PathPut(*pstFather, stPath);
     if (pstFather->uiDataType == YAML_DATATYPE_SEQ)
-        IndexPut(*pstFather, stNode, stPath);
+        IndexPut(stNode, stPath);
     else if (pstFather->uiDataType == YAML_DATATYPE_MAP && pstFather->pstFather != nullptr) // not the root
         NamePut(stNode.pcValue, stPath);
 }

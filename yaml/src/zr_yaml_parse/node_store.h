@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+// Memory for the nodes and texts of a document while it is being loaded: cut side by side from blocks of the pool, so
+// that taking a piece is an addition, and all of them go back at once with the document. What is made for a document
+// at any other time has a block of its own.
+#pragma once
+
+#include "../report.h"
+
+namespace zryaml::parse {
+
+// From now on pieces come from blocks. Not where the address sanitizer is to watch the border of each piece.
+void StoreOpen(YamlHandle &stHandle) noexcept;
+void StoreClose(YamlHandle &stHandle) noexcept;
+// Gives all blocks back.
+void StoreRelease(YamlHandle &stHandle) noexcept;
+
+[[nodiscard]] inline bool StoreIsOpen(const YamlHandle &stHandle) noexcept
+{
+    return stHandle.stStore.uiBlockSize != 0;
+}
+
+// Pieces are aligned for records.
+[[nodiscard]] constexpr size_t PieceSizeOf(size_t ulBytes) noexcept
+{
+    return (ulBytes + alignof(YamlListNode) - 1) / alignof(YamlListNode) * alignof(YamlListNode);
+}
+
+// A piece when the block at hand has no room for it, or a block of its own where the store is closed.
+[[nodiscard]] void *StoreGrow(YamlHandle &stHandle, size_t ulBytes) noexcept;
+
+// A piece of memory for the document; NULL if memory is short.
+[[nodiscard]] inline void *StoreTake(YamlHandle &stHandle, size_t ulBytes) noexcept
+{
+    auto &stStore = stHandle.stStore;
+    const size_t ulPiece = PieceSizeOf(ulBytes);
+    if (ulPiece > stStore.ulFree) [[unlikely]]
+        return StoreGrow(stHandle, ulBytes);
+    char *pcPiece = stStore.pcFree;
+    stStore.pcFree += ulPiece;
+    stStore.ulFree -= ulPiece;
+    return pcPiece;
+}
+
+} // namespace zryaml::parse
