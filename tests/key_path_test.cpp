@@ -144,6 +144,6 @@ TEST(KeyPath, NameBufferAndSecureCalls)
 
     const Document stDocument(MapDocument);
     Base().bSecureCallsFail = true;
-    EXPECT_STREQ(ZRYAML_PropertyGet(stDocument, "a.b"), "x");
+    EXPECT_STREQ(ZRYAML_PropertyGet(stDocument, "{a}.{b}"), "x");
     EXPECT_EQ(Base().LogText(), "1 16 Secure check fail.\n1 16 Secure check fail.\n");
 }

@@ -7,12 +7,24 @@
 
 namespace zryaml {
 
+// Whether the thread has a failure.
+extern constinit thread_local bool t_bErrorSet;
+
+[[nodiscard]] inline bool ErrorIsSet() noexcept
+{
+    return t_bErrorSet;
+}
+
+void ErrorForget() noexcept;
 // Forgets the failure of an earlier call, if there was one.
-void ErrorClear() noexcept;
+inline void ErrorClear() noexcept
+{
+    if (t_bErrorSet) [[unlikely]]
+        ErrorForget();
+}
 // Keeps code and text of a failure, unless this call has one already.
 void ErrorNote(uint32_t uiCode, const char *pcFormat, ...) noexcept __attribute__((format(printf, 2, 3)));
 
-[[nodiscard]] bool ErrorIsSet() noexcept;
 // The following add to a failure that has been noted, once each: what is known first is the more exact.
 void ErrorPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept;
 void ErrorFirstPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept;

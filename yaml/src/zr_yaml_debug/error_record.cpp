@@ -16,7 +16,6 @@ struct ErrorRecord {
 };
 
 thread_local ErrorRecord t_stRecord;
-thread_local bool t_bSet = false;
 
 // Ends a text that was longer than its buffer with dots, at the border of a character.
 void CutMark(char (&acText)[TextSize]) noexcept
@@ -44,25 +43,20 @@ __attribute__((format(printf, 2, 0))) void TextFormat(char (&acText)[TextSize], 
 
 } // namespace
 
-void zryaml::ErrorClear() noexcept
+constinit thread_local bool zryaml::t_bErrorSet = false;
+
+void zryaml::ErrorForget() noexcept
 {
-    if (!t_bSet)
-        return;
-    t_bSet = false;
+    t_bErrorSet = false;
     t_stRecord.stInfo = {};
     t_stRecord.acMessage[0] = t_stRecord.acHint[0] = t_stRecord.acFile[0] = t_stRecord.acKeyPath[0] = '\0';
 }
 
-bool zryaml::ErrorIsSet() noexcept
-{
-    return t_bSet;
-}
-
 void zryaml::ErrorNote(uint32_t uiCode, const char *pcFormat, ...) noexcept
 {
-    if (t_bSet)
+    if (t_bErrorSet)
         return;
-    t_bSet = true;
+    t_bErrorSet = true;
     t_stRecord.stInfo.uiCode = uiCode;
     va_list stArgs;
     va_start(stArgs, pcFormat);
@@ -73,7 +67,7 @@ void zryaml::ErrorNote(uint32_t uiCode, const char *pcFormat, ...) noexcept
 void zryaml::ErrorPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept
 {
     YamlErrorInfo &stInfo = t_stRecord.stInfo;
-    if (t_bSet && stInfo.uiLine == 0) {
+    if (t_bErrorSet && stInfo.uiLine == 0) {
         stInfo.uiLine = uiLine;
         stInfo.uiColumn = uiColumn;
     }
@@ -87,7 +81,7 @@ void zryaml::ErrorFirstPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept
 
 void zryaml::ErrorHintAdd(const char *pcFormat, ...) noexcept
 {
-    if (!t_bSet || t_stRecord.acHint[0] != '\0')
+    if (!t_bErrorSet || t_stRecord.acHint[0] != '\0')
         return;
     va_list stArgs;
     va_start(stArgs, pcFormat);
@@ -97,13 +91,13 @@ void zryaml::ErrorHintAdd(const char *pcFormat, ...) noexcept
 
 void zryaml::ErrorFileAdd(const char *pcFile) noexcept
 {
-    if (t_bSet && t_stRecord.acFile[0] == '\0')
+    if (t_bErrorSet && t_stRecord.acFile[0] == '\0')
         TextKeep(t_stRecord.acFile, pcFile);
 }
 
 void zryaml::ErrorKeyPathAdd(const char *pcKeyPath) noexcept
 {
-    if (t_bSet && t_stRecord.acKeyPath[0] == '\0')
+    if (t_bErrorSet && t_stRecord.acKeyPath[0] == '\0')
         TextKeep(t_stRecord.acKeyPath, pcKeyPath);
 }
 

@@ -3,6 +3,7 @@
 // writable copy of the path. A backslash escapes '.', '[', ']', '{' and '}' and nothing else.
 #include "query_internal.h"
 
+#include <array>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -12,6 +13,7 @@ ZR_LogModule zryaml::query::YamlLogModule = {"YAML", 0x1900U};
 namespace {
 
 constexpr int32_t Rejected = -1;
+constexpr uint32_t PlainDigits = 9; // any number of so many fits
 
 #define PATH_REJECT(...) (YAML_LOG(YAML_LOG_ERROR, YAML_ERR_KEY, __VA_ARGS__), Rejected)
 
@@ -55,7 +57,43 @@ int32_t ShortNameCopy(const char *pcText, size_t ulLength, uint32_t uiNameSize, 
     return static_cast<int32_t>(ulLength);
 }
 
+// Which characters end a name that is read where it stands.
+constexpr std::array<bool, 256> g_abNameEnd = [] {
+    std::array<bool, 256> abEnd = {};
+    for (const char cChar : {'\0', '\\', '.', '[', ']', '{', '}'})
+        abEnd[static_cast<unsigned char>(cChar)] = true;
+    return abEnd;
+}();
+
+// Reads "[digits]" of a number that is small enough; where it ends, NULL if it is anything else.
+const char *PlainIndexRead(const char *pcOpen, uint32_t &uiIndex) noexcept
+{
+    const char *pcDigits = pcOpen + 1;
+    uint32_t uiDigits = 0;
+    for (uiIndex = 0; IsDigit(pcDigits[uiDigits]) && uiDigits < PlainDigits; ++uiDigits)
+        uiIndex = uiIndex * 10 + static_cast<uint32_t>(pcDigits[uiDigits] - '0');
+    return uiDigits > 0 && pcDigits[uiDigits] == ']' ? pcDigits + uiDigits + 1 : nullptr;
+}
+
 } // namespace
+
+bool zryaml::query::PlainComponentRead(const char *pcPath, PlainComponent &stComponent) noexcept
+{
+    const char *pcEnd = pcPath;
+    while (!g_abNameEnd[static_cast<unsigned char>(*pcEnd)])
+        ++pcEnd;
+    stComponent.svName = {pcPath, static_cast<size_t>(pcEnd - pcPath)};
+    stComponent.uiIndex = YAML_INDEX_NONE;
+    if (*pcEnd == '[')
+        pcEnd = PlainIndexRead(pcEnd, stComponent.uiIndex);
+    else if (pcEnd == pcPath)
+        return false;
+    if (pcEnd == nullptr)
+        return false;
+    stComponent.pcNext = *pcEnd == '.' ? pcEnd + 1 : pcEnd;
+    const bool bBehindIndex = *pcEnd == '[' && stComponent.uiIndex != YAML_INDEX_NONE;
+    return *pcEnd == '\0' || bBehindIndex || (*pcEnd == '.' && pcEnd[1] != '\0');
+}
 
 int32_t yaml_KeyParse(char *pcKeyPath, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen, uint32_t *puiIndex)
 {

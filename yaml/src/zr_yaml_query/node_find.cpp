@@ -9,17 +9,11 @@ namespace {
 
 #define FIND_FAIL(uiCode, ...) (YAML_LOG(YAML_LOG_ERROR, (uiCode), __VA_ARGS__), nullptr)
 
-// Formats the path; false if it is empty or does not fit. Without a '%' it is copied as it stands.
+// Formats the path; false if it is empty or does not fit.
 __attribute__((format(printf, 2, 0))) bool PathFormat(char (&acPath)[YAML_KEY_BUF_SIZE], const char *pcKeyFormat,
                                                       va_list stArgs) noexcept
 {
-    if (strchr(pcKeyFormat, '%') != nullptr)
-        return vsnprintf_s(acPath, sizeof(acPath), sizeof(acPath) - 1, pcKeyFormat, stArgs) > 0;
-    const size_t ulLength = strnlen(pcKeyFormat, sizeof(acPath));
-    if (ulLength == 0 || ulLength == sizeof(acPath))
-        return false;
-    memcpy(acPath, pcKeyFormat, ulLength + 1);
-    return true;
+    return vsnprintf_s(acPath, sizeof(acPath), sizeof(acPath) - 1, pcKeyFormat, stArgs) > 0;
 }
 
 // The entry with a number, which may be no node itself; NULL past the end, or past an entry that is no node.
@@ -32,13 +26,56 @@ YamlListNode *EntryAt(const YamlListNode &stSeq, uint32_t uiIndex) noexcept
     return pstLink == &stHead || uiIndex > 0 ? nullptr : NodeOf(pstLink, NodeLink::Seq);
 }
 
-YamlListNode *KeyWithText(const YamlList &stKeys, const char *pcKeyName) noexcept
+YamlListNode *KeyWithText(const YamlList &stKeys, const WantedKey &stWanted) noexcept
 {
     for (YamlListNode &stKey : NodeRange(stKeys, NodeLink::Child)) {
-        if (stKey.uiSameWithAnchor != 1 && stKey.pcValue != nullptr && strcmp(stKey.pcValue, pcKeyName) == 0)
+        if (stWanted.IsOf(stKey) && stKey.uiSameWithAnchor != 1)
             return &stKey;
     }
     return nullptr;
+}
+
+// Whether a format stands for itself and is not too long.
+bool IsPathItself(const char *pcKeyFormat) noexcept
+{
+    const size_t ulLength = strnlen(pcKeyFormat, YAML_KEY_BUF_SIZE);
+    return ulLength < YAML_KEY_BUF_SIZE && memchr(pcKeyFormat, '%', ulLength) == nullptr;
+}
+
+// What one plain component leads to from a node; a key stands for its value.
+YamlListNode *PlainStep(YamlListNode &stNode, const PlainComponent &stComponent) noexcept
+{
+    const bool bIndex = stComponent.uiIndex != YAML_INDEX_NONE;
+    YamlListNode *pstIn = stNode.uiDataType == YAML_DATATYPE_SCALAR ? FirstChild(stNode) : &stNode;
+    if (stComponent.svName.empty() && pstIn != &stNode) // "[2]" right behind a key's '.'
+        return nullptr;
+    if (pstIn != nullptr && pstIn->uiDataType == YAML_DATATYPE_MAP && !stComponent.svName.empty()) {
+        YamlListNode *pstKey = KeyWithText(pstIn->stChildList, WantedKey(stComponent.svName));
+        if (pstKey == nullptr || !bIndex)
+            return pstKey;
+        pstIn = FirstChild(*pstKey);
+    }
+    if (pstIn == nullptr || pstIn->uiDataType != YAML_DATATYPE_SEQ || !bIndex)
+        return nullptr;
+    YamlListNode *pstElement = EntryAt(*pstIn, stComponent.uiIndex);
+    return pstElement != nullptr && IsNode(*pstElement) ? pstElement : nullptr;
+}
+
+// Most paths: no escape, no brace, and something there. They are read where they stand, in one pass. NULL for any
+// other, which is looked up, and refused, with all the rules.
+YamlListNode *PlainFind(YamlHandle &stHandle, const char *pcPath, uint32_t *puiIndexed) noexcept
+{
+    YamlListNode *pstNode = FirstChild(stHandle.stRoot);
+    if (pstNode == nullptr || (pstNode->uiDataType == YAML_DATATYPE_SEQ && *pcPath != '['))
+        return nullptr;
+    PlainComponent stComponent = {{}, YAML_INDEX_NONE, pcPath};
+    do {
+        if (!PlainComponentRead(stComponent.pcNext, stComponent))
+            return nullptr;
+        pstNode = PlainStep(*pstNode, stComponent);
+    } while (pstNode != nullptr && *stComponent.pcNext != '\0');
+    *puiIndexed = stComponent.uiIndex != YAML_INDEX_NONE ? 1 : 0;
+    return pstNode;
 }
 
 // Reads the index of a leading chain, of which pcDigits is the first character; the number of digits, 0 if rejected.
@@ -65,6 +102,8 @@ uint32_t LeadingIndexGet(char *pcDigits, uint32_t *puiIndex) noexcept
 
 YamlListNode *yaml_NodeGetByKey(YamlHandle *pstHandle, uint32_t *puiIndexed, const char *pcKeyFormat, va_list stArgs)
 {
+    if (YamlListNode *pstFound = IsPathItself(pcKeyFormat) ? PlainFind(*pstHandle, pcKeyFormat, puiIndexed) : nullptr)
+        return pstFound;
     char acPath[YAML_KEY_BUF_SIZE];
     if (!PathFormat(acPath, pcKeyFormat, stArgs))
         return FIND_FAIL(YAML_ERR_BUF, "The input key is too long to format.");
@@ -73,10 +112,12 @@ YamlListNode *yaml_NodeGetByKey(YamlHandle *pstHandle, uint32_t *puiIndexed, con
 
 YamlListNode *yaml_NodeFind(YamlHandle *pstHandle, char *pcKeyPath, uint32_t uiKeyLen, uint32_t *puiIndexed)
 {
+    YamlListNode *pstFound = PlainFind(*pstHandle, pcKeyPath, puiIndexed);
+    if (pstFound != nullptr)
+        return pstFound;
     YamlListNode &stRoot = pstHandle->stRoot;
     YamlListNode *pstTop = FirstChild(stRoot);
     uint32_t uiIndexed = 0;
-    YamlListNode *pstFound = nullptr;
     if (stRoot.uiDataType == YAML_DATATYPE_MAP && pstTop != nullptr) {
         pstFound = yaml_NodeFindByKey(pstTop, pcKeyPath, uiKeyLen, &uiIndexed);
     } else if (pcKeyPath[0] != '[') {
@@ -170,7 +211,7 @@ YamlListNode *yaml_PropertyFindInMapList(const YamlList *pstHead, const char *pc
         YAML_NOTE(YAML_OK, "The current map branch is empty.");
         return nullptr;
     }
-    YamlListNode *pstKey = KeyWithText(*pstHead, pcKeyName);
+    YamlListNode *pstKey = KeyWithText(*pstHead, WantedKey(pcKeyName));
     if (pstKey == nullptr || uiIndex == YAML_INDEX_NONE)
         return pstKey;
     const YamlListNode *pstValue = FirstChild(*pstKey);

@@ -114,8 +114,9 @@ const YamlListNode *ZRYAML_ChildFind(const YamlListNode *pstValue, const char *p
 {
     if (ZRYAML_ValueTypeGet(pstValue) != YAML_DATATYPE_MAP || pcKey == nullptr)
         return nullptr;
+    const WantedKey stWanted({pcKey, ulKeyLen});
     for (const YamlListNode *pst = EntryFirst(pstValue); pst != nullptr; pst = EntryNext(*pstValue, *pst)) {
-        if (std::string_view(pst->pcValue) == std::string_view(pcKey, ulKeyLen)) {
+        if (stWanted.IsOf(*pst)) {
             ReadMark(*pst);
             return FirstChild(*pst);
         }
