@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Looks at the built libzryaml.so: what it exports, needs and leaves open, and how it is protected.
+# Looks at the built libraries: what libzryaml.so exports, needs and leaves open, and how both are protected.
 set -euo pipefail
 
 library=$ZRYAML_LIBRARY
@@ -13,14 +13,13 @@ fail() {
 }
 
 # Names of the dynamic symbols that nm lists with the given option, without their version.
-symbols() { nm -D "$1" "$library" | awk '$(NF - 1) != "A" {print $NF}' | sed 's/@.*//' | sort -u; }
+symbols() { nm -D "$1" "$2" | awk '$(NF - 1) != "A" {print $NF}' | sed 's/@.*//' | sort -u; }
 
 # Each declaration with ZRYAML_API names the symbol last before its argument list or its end.
 declared=$(grep -oE '^(extern )?ZRYAML_API [^(;]*' "$header" | grep -oE '[A-Za-z0-9_]+$' | sort -u)
-exported=$(symbols --defined-only)
-open=$(symbols --undefined-only)
+exported=$(symbols --defined-only "$library")
+open=$(symbols --undefined-only "$library")
 dynamic=$(readelf -dW "$library")
-segments=$(readelf -lW "$library")
 
 difference=$(diff <(echo "$declared") <(echo "$exported")) ||
     fail "zr_yaml.h (<) and the exported names (>) differ: $difference"
@@ -35,8 +34,28 @@ unversioned=$(nm -D --defined-only "$library" | awk '$(NF - 1) != "A" {print $NF
 grep -q 'SONAME.*\[libzryaml\.so\.1\]' <<<"$dynamic" || fail "the soname is not libzryaml.so.1"
 grep -q 'NEEDED.*\[libzrbase\.so\.1\]' <<<"$dynamic" || fail "libzrbase.so.1 is not needed"
 ! grep -E 'NEEDED.*(libstdc\+\+|libc\+\+)' <<<"$dynamic" || fail "a C++ run-time library is needed"
-grep -qE 'FLAGS.*NOW' <<<"$dynamic" || fail "not bound at start"
-grep -q GNU_RELRO <<<"$segments" || fail "no read-only relocations"
-! grep -E 'GNU_STACK.*E' <<<"$segments" || fail "executable stack"
+
+# The compiler's command for each source file of a library, from a folder of the repository.
+commands() { grep -F '"command": ' "$ZRYAML_BUILD/compile_commands.json" | grep -F -- "/$1/src/"; }
+
+# Guards on the stack always; checked calls wherever the compiler optimises, as they need that.
+protection_check() {
+    local folder=$1 file=$2 name=${2##*/} open optimised unguarded
+    open=$(symbols --undefined-only "$file")
+    grep -qE 'FLAGS.*NOW' <<<"$(readelf -dW "$file")" || fail "$name: not bound at start"
+    grep -q GNU_RELRO <<<"$(readelf -lW "$file")" || fail "$name: no read-only relocations"
+    ! grep -E 'GNU_STACK.*E' <<<"$(readelf -lW "$file")" || fail "$name: executable stack"
+    grep -qx __stack_chk_fail <<<"$open" || fail "$name: no guards on the stack"
+    [ -n "$(commands "$folder")" ] || fail "$name: how it was compiled is not known"
+    unguarded=$(commands "$folder" | grep -v -- ' -fstack-protector-strong ' | sed 's/.* -c //' || true)
+    [ -z "$unguarded" ] || fail "$name: compiled without guards on the stack: $unguarded"
+    optimised=$(commands "$folder" | grep -E -- ' -O([1-3s]|fast)? ' || true)
+    [ -n "$optimised" ] || return 0
+    grep -qx '__vsnprintf_chk' <<<"$open" || fail "$name: formatted writes are not checked"
+    unguarded=$(grep -vE -- ' -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 ' <<<"$optimised" | sed 's/.* -c //' || true)
+    [ -z "$unguarded" ] || fail "$name: compiled without checked calls: $unguarded"
+}
+protection_check yaml "$library"
+protection_check base "$ZRYAML_BUILD/base/libzrbase.so"
 
 [ "$failures" -eq 0 ] && echo "$(wc -l <<<"$exported") exported names"
