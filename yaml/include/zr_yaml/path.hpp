@@ -181,8 +181,9 @@ private:
     bool step_ended() noexcept
     {
         separated_ = take_prefix(rest_, ".");
-        return separated_ || rest_.empty() || rest_.front() == '[' ||
-               fail("something else than '.' or '[' stands behind a bracket or brace");
+        if (separated_ || rest_.empty() || rest_.front() == '[')
+            return true;
+        return fail("something else than '.' or '[' stands behind a bracket or brace");
     }
 
     std::string_view rest_;

@@ -91,9 +91,10 @@ template <class T> class [[nodiscard]] Result {
 
 public:
     /// Holds a value.
-    Result(T value) : state_(std::in_place_index<0>, std::move(value)) {}
+    Result(T value) noexcept(std::is_nothrow_move_constructible_v<T>) : state_(std::in_place_index<0>, std::move(value))
+    {}
     /// Holds an error.
-    Result(Error error) : state_(std::in_place_index<1>, std::move(error)) {}
+    Result(Error error) noexcept : state_(std::in_place_index<1>, std::move(error)) {}
 
     /// @return Whether there is a value.
     [[nodiscard]] bool has_value() const noexcept { return state_.index() == 0; }
@@ -151,7 +152,9 @@ public:
     /// error. For that reason the answer is a result again, and not a T.
     [[nodiscard]] Result value_or(T fallback) const
     {
-        return !has_value() && error().is_absent() ? Result(std::move(fallback)) : *this;
+        if (!has_value() && error().is_absent())
+            return Result(std::move(fallback));
+        return *this;
     }
 
 #if defined(__cpp_exceptions)

@@ -146,16 +146,6 @@ template <class T> struct Scalar<T, std::enable_if_t<is_one_of<T, float, double>
     }
 };
 
-template <class T> struct Scalar<T, std::enable_if_t<is_one_of<T, std::string, std::string_view>>> {
-    static constexpr bool readable = true;
-    static const char *read(std::string_view text, T &out)
-    {
-        out = text;
-        return nullptr;
-    }
-    static std::string hint() { return {}; }
-};
-
 template <class Rep, class Period> struct Scalar<std::chrono::duration<Rep, Period>> {
     static_assert(is_integer<Rep>, "durations are read into whole ticks, such as std::chrono::milliseconds");
     using Duration = std::chrono::duration<Rep, Period>;

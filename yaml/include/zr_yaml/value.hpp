@@ -200,6 +200,11 @@ public:
     {
         if constexpr (detail::is_vector<T>) {
             return get_elements<T>();
+        } else if constexpr (detail::is_one_of<T, std::string, std::string_view>) {
+            const std::optional<std::string_view> found = text();
+            if (!found)
+                return not_a(Type::scalar);
+            return T(*found);
         } else {
             static_assert(detail::Scalar<T>::readable, "get<T> reads bool, integers, float, double, durations, "
                                                        "std::string, std::string_view and vectors of them");
@@ -226,7 +231,9 @@ public:
     ///         go no round for a value of another kind. An empty scalar is neither a map nor a sequence here.
     [[nodiscard]] Result<Value> expect(Type wanted) const
     {
-        return type() == wanted && exists() ? Result<Value>(*this) : not_a(wanted);
+        if (type() == wanted && exists())
+            return *this;
+        return not_a(wanted);
     }
 
     /// The elements of a sequence, or the values of a map, in document order: `for (zryaml::Value v : doc["servers"])`.

@@ -23,22 +23,27 @@ inline std::string Value::path() const
     std::string text(ZRYAML_ValuePathGet(present, 0, nullptr) + std::size_t{1}, '\0');
     (void)ZRYAML_ValuePathGet(present, static_cast<std::uint32_t>(text.size()), text.data());
     text.pop_back();
-    return missing_ ? detail::joined(std::move(text), missing_->tail) : text;
+    if (missing_)
+        return detail::joined(std::move(text), missing_->tail);
+    return text;
 }
 
 inline Value Value::operator[](std::string_view key) const
 {
     const YamlListNode *found = ZRYAML_ChildFind(node_, key.empty() ? "" : key.data(), key.size());
-    return found != nullptr ? Value(found) : below(Type::map, "no key " + detail::quoted(key), detail::escaped(key));
+    if (found != nullptr)
+        return Value(found);
+    return below(Type::map, "no key " + detail::quoted(key), detail::escaped(key));
 }
 
 inline Value Value::element(std::uint64_t index) const
 {
     YamlChild child{};
-    const bool found = is_sequence() && index < YAML_INDEX_NONE &&
-                       ZRYAML_ChildGet(node_, static_cast<std::uint32_t>(index), &child) == YAML_OK;
+    if (is_sequence() && index < YAML_INDEX_NONE &&
+        ZRYAML_ChildGet(node_, static_cast<std::uint32_t>(index), &child) == YAML_OK)
+        return Value(child.pstValue);
     const std::string number = std::to_string(index);
-    return found ? Value(child.pstValue) : below(Type::sequence, "no element " + number, '[' + number + ']');
+    return below(Type::sequence, "no element " + number, '[' + number + ']');
 }
 
 inline Value Value::follow(std::string_view path, detail::PathReader reader) const
@@ -47,7 +52,9 @@ inline Value Value::follow(std::string_view path, detail::PathReader reader) con
     detail::Step step;
     while (reader.next(step))
         value = step.is_index ? value.element(step.index) : value[step.key];
-    return reader.problem() == nullptr ? value : broken(reader.problem(), std::string(path));
+    if (reader.problem() != nullptr)
+        return broken(reader.problem(), std::string(path));
+    return value;
 }
 
 // What is asked for is not below this value: absent, or a mistake if the value is of a kind that has no such children.
