@@ -10,14 +10,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <vector>
 
 namespace {
 
 constexpr uint32_t MaxPaths = 2000; // values of a document that are looked up by path
+constexpr uint32_t MaxTries = 64;   // children of a value that are looked up by key and number
 constexpr size_t MaxDump = size_t{4} << 20;
 
-[[maybe_unused]] const bool g_bLimitsSet = [] {
+[[maybe_unused]] const bool g_bSetUp = [] {
+    ZR_LogLevelSet(ZR_LOG_NOTHING);
     YamlLimits stLimits;
     ZRYAML_LimitsGet(&stLimits);
     stLimits.ulCopyBytes = uint64_t{1} << 20;
@@ -41,144 +42,83 @@ bool HasPath(const YamlListNode &stValue)
     return true;
 }
 
-// Reads a document value by value and writes it down twice: as TreeText does, and as the dump does without its spaces.
-class Reader {
-public:
-    explicit Reader(YamlHandle &stHandle) : m_stHandle(stHandle) {}
+// A document, read value by value and written down twice: as TreeText does, and as the dump does without its spaces.
+struct Reading {
+    YamlHandle &stHandle;
+    std::string text, picture;
+    uint32_t uiPaths = 0;
+    bool bEmpty = false;    // an empty map or sequence, which has no picture
+    bool bAllByPath = true; // every value has been looked up
 
-    void Run()
-    {
-        if (const YamlListNode *pstTop = ZRYAML_RootGet(&m_stHandle))
-            ValueRead(*pstTop);
-    }
-    [[nodiscard]] const std::string &Text() const { return m_text; }
-    [[nodiscard]] const std::string &Picture() const { return m_picture; }
-    [[nodiscard]] bool HasEmpty() const { return m_bEmpty; }      // an empty map or sequence, which has no picture
-    [[nodiscard]] bool AllByPath() const { return m_bAllByPath; } // every value has been looked up
-
-private:
-    void ValueRead(const YamlListNode &stValue)
-    {
-        Require(ZRYAML_DocumentGet(&stValue) == &m_stHandle, "a value names another document");
-        PlaceCheck(stValue);
-        ByPathRead(stValue);
-        if (ZRYAML_ValueTypeGet(&stValue) == YAML_DATATYPE_SCALAR)
-            ScalarPut(ZRYAML_ValueTextGet(&stValue));
-        else
-            ChildrenRead(stValue, ZRYAML_ValueTypeGet(&stValue) == YAML_DATATYPE_MAP);
-    }
-
-    static void PlaceCheck(const YamlListNode &stValue)
-    {
-        uint32_t uiLine = 0;
-        uint32_t uiColumn = 0;
-        ZRYAML_ValuePositionGet(&stValue, &uiLine, &uiColumn);
-        Require(uiLine > 0 && uiColumn > 0, "a value has no place");
-    }
-
-    void ScalarPut(const char *pcText)
-    {
-        ScalarWrite(pcText, m_text);
-        m_picture += pcText;
-    }
-
-    void Separate(const char *pcMark) { m_text += pcMark, m_picture += pcMark; }
-
-    void ChildrenRead(const YamlListNode &stValue, bool bMap)
-    {
-        uint32_t uiCount = 0;
-        Separate(bMap ? "{" : "[");
-        for (YamlChild stChild = {}; ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK; ++uiCount) {
-            ChildCheck(stValue, stChild, uiCount, bMap);
-            if (uiCount > 0)
-                Separate(",");
-            if (bMap) {
-                ScalarPut(stChild.pcKey);
-                Separate(":");
-            }
-            ValueRead(*stChild.pstValue);
-        }
-        Separate(bMap ? "}" : "]");
-        Require(uiCount == ZRYAML_ChildCountGet(&stValue), "the count differs from the walk");
-        m_bEmpty = m_bEmpty || uiCount == 0;
-    }
-
-    static void ChildCheck(const YamlListNode &stValue, const YamlChild &stChild, uint32_t uiIndex, bool bMap)
-    {
-        Require(stChild.uiIndex == uiIndex, "a child has the wrong number");
-        Require(stChild.uiType == ZRYAML_ValueTypeGet(stChild.pstValue), "a child has the wrong type");
-        Require(bMap == (stChild.pcKey != nullptr), "only children of maps have keys");
-        if (bMap && uiIndex < 64) {
-            const char *pcKey = stChild.pcKey;
-            Require(ZRYAML_ChildFind(&stValue, pcKey, strlen(pcKey)) == stChild.pstValue, "a key is not found", pcKey);
-        }
-        YamlChild stSame = {};
-        if (uiIndex < 64 && ZRYAML_ChildGet(&stValue, uiIndex, &stSame) == YAML_OK)
-            Require(stSame.pstValue == stChild.pstValue, "a child by number differs");
-    }
-
-    void ByPathRead(const YamlListNode &stValue)
-    {
-        char acPath[YAML_KEY_BUF_SIZE];
-        const uint32_t uiLength = ZRYAML_ValuePathGet(&stValue, sizeof(acPath), acPath);
-        Require(strlen(acPath) == std::min(uiLength, YAML_KEY_BUF_SIZE - 1U), "a path is not as long as it says");
-        if (uiLength == 0) // the root has no path
-            return;
-        if (uiLength >= sizeof(acPath) || m_uiPaths == MaxPaths || !HasPath(stValue)) {
-            m_bAllByPath = false;
-            return;
-        }
-        ++m_uiPaths;
-        Require(ZRYAML_PathFind(&m_stHandle, acPath) == &stValue, "a value is not found by its path", acPath);
-        PathCheck(m_stHandle, acPath);
-    }
-
-    YamlHandle &m_stHandle;
-    std::string m_text;
-    std::string m_picture;
-    uint32_t m_uiPaths = 0;
-    bool m_bEmpty = false;
-    bool m_bAllByPath = true;
+    void Put(const char *pcMark) { text += pcMark, picture += pcMark; }
+    void ScalarPut(const char *pcText) { ScalarWrite(pcText, text), picture += pcText; }
 };
 
-std::string WithoutSpaces(std::string text)
+void ByPathRead(Reading &st, const YamlListNode &stValue)
 {
-    text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\n'; }), text.end());
-    return text;
-}
-
-void DumpCheck(YamlHandle &stHandle, const Reader &stReader)
-{
-    const std::string dump = DumpText(stHandle);
-    if (dump.empty())
+    char acPath[YAML_KEY_BUF_SIZE];
+    const uint32_t uiLength = ZRYAML_ValuePathGet(&stValue, sizeof(acPath), acPath);
+    Require(strlen(acPath) == std::min(uiLength, YAML_KEY_BUF_SIZE - 1U), "a path is not as long as it says");
+    if (uiLength == 0) // the root has no path
         return;
-    Require(!stReader.HasEmpty(), "a document with an empty collection is dumped", dump);
-    Require(WithoutSpaces(dump) == WithoutSpaces(stReader.Picture() + ","), "the dump differs from the walk", dump);
-}
-
-// What an iterator yields, told by the walk: scalars of a map, or of each element that is a map the first key.
-struct Pair {
-    const char *pcKey, *pcValue;
-};
-
-void PairAdd(const YamlChild &stChild, std::vector<Pair> &pairs)
-{
-    if (stChild.uiType == YAML_DATATYPE_SCALAR)
-        pairs.push_back({stChild.pcKey, ZRYAML_ValueTextGet(stChild.pstValue)});
-}
-
-std::vector<Pair> PairsBelow(const YamlListNode &stValue)
-{
-    std::vector<Pair> pairs;
-    const bool bMap = ZRYAML_ValueTypeGet(&stValue) == YAML_DATATYPE_MAP;
-    for (YamlChild stChild = {}; ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK;) {
-        YamlChild stFirst = {};
-        if (bMap)
-            PairAdd(stChild, pairs);
-        else if (stChild.uiType == YAML_DATATYPE_MAP && ZRYAML_ChildNextGet(stChild.pstValue, &stFirst) == YAML_OK)
-            PairAdd(stFirst, pairs);
+    if (uiLength >= sizeof(acPath) || st.uiPaths++ >= MaxPaths || !HasPath(stValue)) {
+        st.bAllByPath = false;
+        return;
     }
-    return pairs;
+    Require(ZRYAML_PathFind(&st.stHandle, acPath) == &stValue, "a value is not found by its path", acPath);
+    PathCheck(st.stHandle, acPath);
+}
+
+void ChildCheck(const YamlListNode &stValue, const YamlChild &stChild, uint32_t uiIndex, bool bMap)
+{
+    const uint32_t uiType = ZRYAML_ValueTypeGet(stChild.pstValue);
+    Require(stChild.uiIndex == uiIndex && stChild.uiType == uiType, "a child has the wrong number or type");
+    Require(bMap == (stChild.pcKey != nullptr), "only children of maps have keys");
+    if (uiIndex >= MaxTries)
+        return;
+    YamlChild stSame = {};
+    Require(ZRYAML_ChildGet(&stValue, uiIndex, &stSame) == YAML_OK && stSame.pstValue == stChild.pstValue,
+            "a child by number differs");
+    Require(!bMap || ZRYAML_ChildFind(&stValue, stChild.pcKey, strlen(stChild.pcKey)) == stChild.pstValue,
+            "a key is not found", bMap ? stChild.pcKey : "");
+}
+
+void ValueRead(Reading &st, const YamlListNode &stValue)
+{
+    Require(ZRYAML_DocumentGet(&stValue) == &st.stHandle, "a value names another document");
+    uint32_t uiLine = 0;
+    uint32_t uiColumn = 0;
+    ZRYAML_ValuePositionGet(&stValue, &uiLine, &uiColumn);
+    Require(uiLine > 0 && uiColumn > 0, "a value has no place");
+    ByPathRead(st, stValue);
+    if (ZRYAML_ValueTypeGet(&stValue) == YAML_DATATYPE_SCALAR)
+        return st.ScalarPut(ZRYAML_ValueTextGet(&stValue));
+
+    const bool bMap = ZRYAML_ValueTypeGet(&stValue) == YAML_DATATYPE_MAP;
+    uint32_t uiCount = 0;
+    st.Put(bMap ? "{" : "[");
+    for (YamlChild stChild = {}; ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK; ++uiCount) {
+        ChildCheck(stValue, stChild, uiCount, bMap);
+        st.Put(uiCount > 0 ? "," : "");
+        if (bMap)
+            st.ScalarPut(stChild.pcKey), st.Put(":");
+        ValueRead(st, *stChild.pstValue);
+    }
+    st.Put(bMap ? "}" : "]");
+    Require(uiCount == ZRYAML_ChildCountGet(&stValue), "the count differs from the walk");
+    st.bEmpty = st.bEmpty || uiCount == 0;
+}
+
+// What an iterator yields for a child: a scalar of a map, or the first key of a map in a sequence; if any.
+YamlKeyValue PairOf(const YamlChild &stChild, bool bMap)
+{
+    YamlChild stPair = {};
+    if (bMap)
+        stPair = stChild;
+    else if (stChild.uiType == YAML_DATATYPE_MAP)
+        (void)ZRYAML_ChildNextGet(stChild.pstValue, &stPair);
+    const bool bText = ZRYAML_ValueTypeGet(stPair.pstValue) == YAML_DATATYPE_SCALAR;
+    return bText ? YamlKeyValue{stPair.pcKey, ZRYAML_ValueTextGet(stPair.pstValue)} : YamlKeyValue{};
 }
 
 // An iterator on a key walks the value; one on an element walks what is first below it, which only has to end.
@@ -186,27 +126,23 @@ void IteratorCheck(YamlHandle &stHandle, const std::string &path, const YamlList
 {
     YamlIterator *pstIter = yaml_IteratorCreate(&stHandle, "%s", path.c_str());
     const bool bUnderKey = ZRYAML_ValueTypeGet(stValue.pstFather) == YAML_DATATYPE_SCALAR;
-    const bool bWalked = ZRYAML_ValueTypeGet(&stValue) != YAML_DATATYPE_SCALAR;
-    Require(!bUnderKey || bWalked == (pstIter != nullptr), "an iterator is made that should not, or not made", path);
+    const uint32_t uiType = ZRYAML_ValueTypeGet(&stValue);
+    const bool bWalked = uiType != YAML_DATATYPE_SCALAR;
+    Require(!bUnderKey || bWalked == (pstIter != nullptr), "an iterator on a text, or none", path);
     if (pstIter == nullptr)
         return;
     YamlKeyValue stPair = {};
-    for (const Pair &stExpected : bUnderKey ? PairsBelow(stValue) : std::vector<Pair>()) {
+    for (YamlChild stChild = {}; bUnderKey && ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK;) {
+        const auto [pcKey, pcValue] = PairOf(stChild, uiType == YAML_DATATYPE_MAP);
+        if (pcKey == nullptr)
+            continue;
         Require(yaml_NextKeyValueGet(pstIter, &stPair) == YAML_OK, "an iterator ends too early", path);
-        Require(stPair.pcKey == stExpected.pcKey && stPair.pcValue == stExpected.pcValue, "an iterator differs", path);
+        Require(stPair.pcKey == pcKey && stPair.pcValue == pcValue, "an iterator differs", path);
     }
     while (!bUnderKey && yaml_NextKeyValueGet(pstIter, &stPair) == YAML_OK)
         Require(stPair.pcKey != nullptr && stPair.pcValue != nullptr, "an iterator gives no texts", path);
     Require(yaml_NextKeyValueGet(pstIter, &stPair) == YAML_ERR_ITER_END, "an iterator does not end", path);
     yaml_IteratorDestroy(pstIter);
-}
-
-// A path may go on from a key to the text of its value ("mode.fast"): that finds the value, which reads as no text.
-void TextCheck(YamlHandle &stHandle, const std::string &path, const YamlListNode *pstValue)
-{
-    const char *pcText = ZRYAML_PropertyGet(&stHandle, "%s", path.c_str());
-    const bool bValueNamed = pcText == nullptr && ZRYAML_LastErrorGet()->uiCode == YAML_ERR_EMPTY;
-    Require(bValueNamed || pcText == ZRYAML_ValueTextGet(pstValue), "the text differs", path);
 }
 
 } // namespace
@@ -223,8 +159,7 @@ Document DocumentLoad(std::string_view svText)
 {
     Document stDocument(ZRYAML_TextLoad(svText.data(), svText.size(), "fuzz"));
     const YamlErrorInfo &stError = *ZRYAML_LastErrorGet();
-    Require((stDocument == nullptr) == (stError.uiCode != YAML_OK), "result and error record differ",
-            stError.pcMessage);
+    Require((stDocument == nullptr) == (stError.uiCode != YAML_OK), "result and record differ", stError.pcMessage);
     Require((stDocument == nullptr) == (stError.pcMessage[0] != '\0'), "a refusal has no message");
     return stDocument;
 }
@@ -233,13 +168,20 @@ void DocumentCheck(YamlHandle &stHandle)
 {
     const std::string fault = TreeCheck(stHandle);
     Require(fault.empty(), "the tree is broken", fault);
-    Reader stReader(stHandle);
-    stReader.Run();
-    Require(stReader.Text() == TreeText(stHandle), "the walk differs from the tree", stReader.Text());
-    DumpCheck(stHandle, stReader);
+    Reading stReading{stHandle, "", ""};
+    if (const YamlListNode *pstTop = ZRYAML_RootGet(&stHandle))
+        ValueRead(stReading, *pstTop);
+    Require(stReading.text == TreeText(stHandle), "the walk differs from the tree", stReading.text);
+    std::string dump = DumpText(stHandle);
+    if (!dump.empty()) {
+        Require(!stReading.bEmpty, "a document with an empty collection is dumped", dump);
+        for (std::string *pText : {&dump, &stReading.picture})
+            std::erase_if(*pText, [](char c) { return c == ' ' || c == '\n'; });
+        Require(dump == stReading.picture + ",", "the dump differs from the walk", dump);
+    }
     YamlUnreadKey stUnread = {};
-    if (yaml_IsDebugSwitchOpen() != 0 && stReader.AllByPath())
-        Require(ZRYAML_UnreadKeyNext(&stHandle, &stUnread) == YAML_ERR_ITER_END, "a key that was read is not marked",
+    if (yaml_IsDebugSwitchOpen() != 0 && stReading.bAllByPath)
+        Require(ZRYAML_UnreadKeyNext(&stHandle, &stUnread) == YAML_ERR_ITER_END, "a read key is not marked",
                 stUnread.acPath);
 }
 
@@ -247,22 +189,22 @@ void PathCheck(YamlHandle &stHandle, const std::string &path)
 {
     const char *pcPath = path.c_str();
     const YamlListNode *pstValue = ZRYAML_PathFind(&stHandle, pcPath);
-    const uint32_t uiCode = ZRYAML_LastErrorGet()->uiCode;
-    Require((pstValue == nullptr) == (uiCode != YAML_OK), "result and error record of a lookup differ", path);
+    const bool bFound = pstValue != nullptr;
+    Require(bFound == (ZRYAML_LastErrorGet()->uiCode == YAML_OK), "result and record of a lookup differ", path);
     const uint32_t uiType = ZRYAML_ValueTypeGet(pstValue);
     Require(ZRYAML_TypeGet(&stHandle, "%s", pcPath) == uiType, "the type differs", path);
 
-    TextCheck(stHandle, path, pstValue);
-    const uint32_t uiSize = ZRYAML_ArraySizeGet(&stHandle, "%s", pcPath);
+    // A path may go on from a key to the text of its value ("mode.fast"): that finds the value, which reads as no text.
+    const char *pcText = ZRYAML_PropertyGet(&stHandle, "%s", pcPath);
+    const bool bValueNamed = pcText == nullptr && ZRYAML_LastErrorGet()->uiCode == YAML_ERR_EMPTY;
+    Require(bValueNamed || pcText == ZRYAML_ValueTextGet(pstValue), "the text differs", path);
     const uint32_t uiCount = uiType == YAML_DATATYPE_SEQ ? ZRYAML_ChildCountGet(pstValue) : 0;
-    Require(uiSize == uiCount, "the size differs", path);
-
+    Require(ZRYAML_ArraySizeGet(&stHandle, "%s", pcPath) == uiCount, "the size differs", path);
     uint32_t uiLine = 0;
     uint32_t uiColumn = 0;
     const uint32_t uiPlaced = ZRYAML_PositionGet(&stHandle, &uiLine, &uiColumn, "%s", pcPath);
-    Require((uiPlaced == YAML_OK) == (pstValue != nullptr) && (uiLine != 0) == (pstValue != nullptr),
-            "the place differs", path);
-    if (pstValue != nullptr)
+    Require((uiPlaced == YAML_OK) == bFound && (uiLine != 0) == bFound, "the place differs", path);
+    if (bFound)
         IteratorCheck(stHandle, path, *pstValue);
     else
         Require(yaml_IteratorCreate(&stHandle, "%s", pcPath) == nullptr, "an iterator on nothing", path);
@@ -291,30 +233,3 @@ TwoParts InputSplit(const uint8_t *pucData, size_t ulSize)
     head.resize(strlen(head.c_str())); // a path ends at a NUL
     return {head, svInput.substr(std::min(ulEnd + 1, ulSize))};
 }
-
-extern "C" {
-
-uint32_t ZR_BaseInit(void)
-{
-    return 0;
-}
-
-void *ZR_HandleInit(const char *)
-{
-    static char cPool;
-    return &cPool;
-}
-
-void *ZR_MemAlloc(uint32_t uiSize, void *)
-{
-    return malloc(uiSize);
-}
-
-void ZR_MemFree(void *pBlock, void *)
-{
-    free(pBlock);
-}
-
-void ZR_LogWrite(ZR_LogModule *, uint32_t, uint32_t, const char *, uint32_t, const char *, const char *, ...) {}
-
-} // extern "C"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the fuzz targets share: documents that are loaded and freed, and the check that all ways of reading one agree.
-// The program takes every block from malloc one by one, so that the address sanitizer sees each, and logs nothing.
+// Nothing is logged. The base library takes every block from malloc one by one here, so the address sanitizer sees
+// each.
 #pragma once
 
 #include <cstdint>
