@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The program starts itself with "--hold FILE" or "--reload FILE TIMES" and reads two or four numbers from it.
+// The program starts itself with "--hold FILE" or "--reload FILE TIMES" and reads two numbers from it.
 #include "memory.h"
 
 #include <cinttypes>
@@ -70,7 +70,7 @@ void Hold(const std::string &path)
     ZR_MemInfo stInfo = {};
     if (pstHandle == nullptr || ZR_MemInfoGet(g_pstYamlMemHandle, &stInfo) != 0)
         throw std::runtime_error("can not load " + path);
-    printf("%" PRIu64 " %" PRIu64 " %" PRIu64 "\n", NodesOf(*pstHandle), stInfo.ulBytesInUse, stInfo.ulBytesHeld);
+    printf("%" PRIu64 " %" PRIu64 "\n", NodesOf(*pstHandle), stInfo.ulBytesInUse);
     ZRYAML_HandleFree(pstHandle);
 }
 
@@ -94,8 +94,8 @@ void LoadAgain(const std::string &path, uint64_t ulTimes)
 
 Holding HoldingOf(const Document &stDocument)
 {
-    const std::vector<uint64_t> numbers = NumbersOf("--hold " + Quoted(stDocument.path), 3);
-    return {stDocument.name, stDocument.ulBytes, numbers[0], numbers[1], numbers[2]};
+    const std::vector<uint64_t> numbers = NumbersOf("--hold " + Quoted(stDocument.path), 2);
+    return {stDocument.name, stDocument.ulBytes, numbers[0], numbers[1]};
 }
 
 Reload ReloadOf(const Document &stDocument, uint64_t ulTimes)

@@ -15,7 +15,6 @@ struct Holding { // of one loaded document
     uint64_t ulTextBytes = 0;
     uint64_t ulNodes = 0;
     uint64_t ulBytesInUse = 0; // in blocks of the pool
-    uint64_t ulBytesHeld = 0;  // by the pool from the system
 };
 
 struct Reload { // of loading and releasing one file again and again

@@ -80,7 +80,6 @@ void MemoryPut(Writer &stWriter, const Report &stReport)
         Put(stWriter, "text_bytes", stHolding.ulTextBytes);
         Put(stWriter, "nodes", stHolding.ulNodes);
         Put(stWriter, "bytes_in_use", stHolding.ulBytesInUse);
-        Put(stWriter, "bytes_held", stHolding.ulBytesHeld);
         stWriter.EndObject();
     }
     stWriter.EndArray();

@@ -78,14 +78,13 @@ std::string GrowthSection(const Report &stReport)
 
 std::string MemorySection(const Report &stReport)
 {
-    Rows rows = {{"document", "text bytes", "nodes", "bytes in use", "per node", "per text byte", "held"}};
+    Rows rows = {{"document", "text bytes", "nodes", "bytes in use", "per node", "per text byte"}};
     for (const Holding &stHolding : stReport.holdings) {
         const auto dInUse = static_cast<double>(stHolding.ulBytesInUse);
         rows.push_back({stHolding.name, std::to_string(stHolding.ulTextBytes), std::to_string(stHolding.ulNodes),
                         std::to_string(stHolding.ulBytesInUse),
                         Printed("%.1f", dInUse / static_cast<double>(stHolding.ulNodes)),
-                        Printed("%.1f", dInUse / static_cast<double>(stHolding.ulTextBytes)),
-                        std::to_string(stHolding.ulBytesHeld)});
+                        Printed("%.1f", dInUse / static_cast<double>(stHolding.ulTextBytes))});
     }
     return Section("Memory of a loaded document", rows);
 }

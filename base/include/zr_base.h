@@ -41,13 +41,12 @@ ZR_API uint32_t ZR_BaseInit(void);
 
 /* ---- Memory ---- */
 
-/** What one pool holds. Bytes in use count each block with the size handed out, see ZR_MemAlloc. */
+/** What one pool holds. Bytes in use count each block with the size handed out, which malloc_usable_size(3) tells. */
 typedef struct ZR_MemInfo {
     const char *pcName;     /**< Name of the pool, owned by it and valid until the process ends. */
     uint64_t ulBlocksInUse; /**< Blocks taken and not yet given back. */
     uint64_t ulBytesInUse;  /**< Bytes of those blocks. */
     uint64_t ulBytesPeak;   /**< Highest ulBytesInUse so far. */
-    uint64_t ulBytesHeld;   /**< Bytes that the pool holds from the system, memory kept for reuse included. */
 } ZR_MemInfo;
 
 /**
@@ -61,11 +60,10 @@ ZR_API void *ZR_HandleInit(const char *pcName);
 /**
  * Takes a block from a pool. Its content is undefined.
  *
- * @param uiSize      Bytes wanted, 0 to 4294967295. The block handed out has the next multiple of 16 (at least 16);
- * from 513 to 8192 bytes the next power of two.
+ * @param uiSize      Bytes wanted, 0 to 4294967295. The block handed out may be a little larger.
  * @param pMemHandle  Pool, from ZR_HandleInit.
- * @return The block, aligned to 16 bytes, owned by the caller until ZR_MemFree with the same pool; NULL if pMemHandle
- * is NULL or memory is short.
+ * @return The block, aligned as malloc(3) does, owned by the caller until ZR_MemFree with the same pool; NULL if
+ * pMemHandle is NULL or memory is short.
  */
 ZR_API void *ZR_MemAlloc(uint32_t uiSize, void *pMemHandle);
 

@@ -1,28 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Named memory pools: a source of blocks with a lock and counters around it.
+// Named memory pools: blocks of malloc, counted. Who takes many small pieces cuts them from blocks of his own.
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <mutex>
 #include <new>
 
-#include "pool_lock.h"
-#include "pool_source.h"
+#include <malloc.h>
+
 #include "zr_base.h"
 
 namespace {
 
 struct Pool {
-    std::mutex stLock; // guards everything but the name and the link
-    zr::BlockSource stBlocks;
+    std::mutex stLock; // guards the counters
     uint64_t ulBlocksInUse = 0;
     uint64_t ulBytesInUse = 0;
-    uint64_t ulBytesPeak = 0; // before the last blocks that came back; what is in use now may be more
+    uint64_t ulBytesPeak = 0;
     std::unique_ptr<char[]> pName;
     Pool *pstNext = nullptr;
 };
@@ -37,23 +37,6 @@ constinit std::atomic<Pool *> g_pstPools{nullptr};
     if (pCopy != nullptr)
         memcpy(pCopy.get(), pcText, ulBytes);
     return pCopy;
-}
-
-[[nodiscard]] void *Take(Pool &stPool, uint32_t uiSize) noexcept
-{
-    void *pBlock = stPool.stBlocks.Take(uiSize);
-    if (pBlock != nullptr) [[likely]] {
-        ++stPool.ulBlocksInUse;
-        stPool.ulBytesInUse += zr::BlockBytesOf(uiSize);
-    }
-    return pBlock;
-}
-
-void Give(Pool &stPool, void *pBlock) noexcept
-{
-    stPool.ulBytesPeak = std::max(stPool.ulBytesPeak, stPool.ulBytesInUse);
-    stPool.ulBytesInUse -= stPool.stBlocks.Give(pBlock);
-    --stPool.ulBlocksInUse;
 }
 
 } // namespace
@@ -74,10 +57,15 @@ void *ZR_HandleInit(const char *pcName)
 
 void *ZR_MemAlloc(uint32_t uiSize, void *pMemHandle)
 {
-    if (pMemHandle == nullptr)
+    void *pBlock = pMemHandle != nullptr ? malloc(std::max(uiSize, 1U)) : nullptr;
+    if (pBlock == nullptr)
         return nullptr;
     auto &stPool = *static_cast<Pool *>(pMemHandle);
-    return zr::Guarded(stPool.stLock, [&stPool, uiSize]() noexcept { return Take(stPool, uiSize); });
+    const std::lock_guard stHeld(stPool.stLock);
+    ++stPool.ulBlocksInUse;
+    stPool.ulBytesInUse += malloc_usable_size(pBlock);
+    stPool.ulBytesPeak = std::max(stPool.ulBytesPeak, stPool.ulBytesInUse);
+    return pBlock;
 }
 
 void ZR_MemFree(void *pBlock, void *pMemHandle)
@@ -85,7 +73,12 @@ void ZR_MemFree(void *pBlock, void *pMemHandle)
     if (pBlock == nullptr || pMemHandle == nullptr)
         return;
     auto &stPool = *static_cast<Pool *>(pMemHandle);
-    zr::Guarded(stPool.stLock, [&stPool, pBlock]() noexcept { Give(stPool, pBlock); });
+    {
+        const std::lock_guard stHeld(stPool.stLock);
+        --stPool.ulBlocksInUse;
+        stPool.ulBytesInUse -= malloc_usable_size(pBlock);
+    }
+    free(pBlock);
 }
 
 uint32_t ZR_MemInfoGet(void *pMemHandle, ZR_MemInfo *pstInfo)
@@ -93,12 +86,10 @@ uint32_t ZR_MemInfoGet(void *pMemHandle, ZR_MemInfo *pstInfo)
     if (pMemHandle == nullptr || pstInfo == nullptr)
         return EINVAL;
     auto &stPool = *static_cast<Pool *>(pMemHandle);
-    *pstInfo = zr::Guarded(stPool.stLock, [&stPool]() noexcept {
-        return ZR_MemInfo{.pcName = stPool.pName.get(),
-                          .ulBlocksInUse = stPool.ulBlocksInUse,
-                          .ulBytesInUse = stPool.ulBytesInUse,
-                          .ulBytesPeak = std::max(stPool.ulBytesPeak, stPool.ulBytesInUse),
-                          .ulBytesHeld = stPool.stBlocks.HeldBytes()};
-    });
+    const std::lock_guard stHeld(stPool.stLock);
+    *pstInfo = {.pcName = stPool.pName.get(),
+                .ulBlocksInUse = stPool.ulBlocksInUse,
+                .ulBytesInUse = stPool.ulBytesInUse,
+                .ulBytesPeak = stPool.ulBytesPeak};
     return 0;
 }
