@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The debug switch and the statistics. The program's own clock_gettime stands in front of the C library's, so that the
 // clock can be set for a test; while it is not set it passes every call on to the system.
-#include "support/paths.h"
+#include "support/load_text.h"
+#include "support/recording_base.h"
 
 #include <array>
 #include <bit>
@@ -43,20 +44,6 @@ constexpr ElapseCase g_astElapse[] = {
     {__LINE__, {0, 0}, {4294968, 0}, 0, 704}, // as 32 bits hold it
     {__LINE__, {5, 100 * Ms}, {5, 100 * Ms - 1}, YAML_ERR_PARAM, 77},
     {__LINE__, {7, 900 * Ms}, {5, 950 * Ms}, YAML_ERR_PARAM, 77},
-};
-
-struct MemoryCase {
-    const char *pcDocument;
-    size_t ulNodes, ulTexts;
-};
-constexpr MemoryCase g_astMemory[] = {
-    {"", 0, 0},
-    {"a: b", 3, 4},
-    {"[abc, '']", 3, 5},
-    {"a: &x v\nb: *x", 5, 8},
-    {"a: &x {k: v}\nb: *x", 9, 12},
-    {"b: &b {k: 1}\nm: {<<: *b}", 9, 12},         // the "<<" is counted off again
-    {"b: &b {k: 1}\nm: {<<: *b, k: 22}", 11, 17}, // a value that goes stays counted
 };
 
 #define BAD_INFO "2 16 The parameter is invalid to get debug information.\n"
@@ -175,29 +162,17 @@ TEST_F(Statistics, LoadsAndQueriesAreTimed)
         SCOPED_TRACE(uiSwitch);
         ZRYAML_DebugSwitchSet(uiSwitch);
         ClockSet({100, 0}, 7 * Ms);
-        const Document stDocument("a: b\ns: [1]");
-        EXPECT_EQ(stDocument->uiParseTime, uiSwitch != 0 ? 7U : 0U);
-        EXPECT_EQ(stDocument->uiMemSize != 0, uiSwitch == 1);
-        EXPECT_STREQ(ZRYAML_PropertyGet(stDocument, "a"), "b");
-        EXPECT_EQ(ZRYAML_PropertyGet(stDocument, "s"), nullptr);
-        EXPECT_EQ(ZRYAML_PropertyGet(stDocument, "missing"), nullptr);
-        EXPECT_EQ(ZRYAML_ArraySizeGet(stDocument, "s"), 1U);
-        EXPECT_EQ(stDocument->uiQueryCount, uiSwitch != 0 ? 2U : 0U);
-        EXPECT_EQ(stDocument->ulQueryTimeTotal, uiSwitch != 0 ? 16U : 0U);
-        ZRYAML_DebugSwitchSet(1);
-        EXPECT_STREQ(ZRYAML_PropertyGet(stDocument, "a"), "b");
-        EXPECT_EQ(stDocument->uiQueryCount, uiSwitch != 0 ? 3U : 1U);
-    }
-}
-
-TEST_F(Statistics, MemoryIsCountedForTheDocument)
-{
-    ZRYAML_DebugSwitchSet(1);
-    for (const MemoryCase &stCase : g_astMemory) {
-        const Document stDocument(stCase.pcDocument);
-        YamlDebugInfo stInfo = {};
-        EXPECT_EQ(ZRYAML_DebugInfoGet(stDocument, &stInfo), YAML_OK);
-        EXPECT_EQ(stInfo.uiMemSize, sizeof(YamlHandle) + stCase.ulNodes * sizeof(YamlListNode) + stCase.ulTexts)
-            << stCase.pcDocument;
+        YamlHandle *pstHandle = TextFileLoad("a: b\ns: [1]");
+        ASSERT_NE(pstHandle, nullptr);
+        EXPECT_EQ(pstHandle->uiParseTime, uiSwitch != 0 ? 7U : 0U);
+        EXPECT_EQ(pstHandle->uiMemSize != 0, uiSwitch == 1);
+        for (const char *pcPath : {"a", "s", "missing"}) // the last is not counted
+            (void)ZRYAML_PropertyGet(pstHandle, "%s", pcPath);
+        EXPECT_EQ(pstHandle->uiQueryCount, uiSwitch != 0 ? 2U : 0U);
+        EXPECT_EQ(pstHandle->ulQueryTimeTotal, uiSwitch != 0 ? 16U : 0U);
+        ZRYAML_DebugSwitchSet(1); // also for a document that was loaded before
+        EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "a"), "b");
+        EXPECT_EQ(pstHandle->uiQueryCount, uiSwitch != 0 ? 3U : 1U);
+        ZRYAML_HandleFree(pstHandle);
     }
 }

@@ -16,13 +16,14 @@ ptrdiff_t OpenFiles()
 
 } // namespace
 
-std::string FileRead(const char *pcPath, std::string (*pfnWrite)(const YamlHandle &))
+std::string LoadRead(const std::function<YamlHandle *()> &fnLoad,
+                     const std::function<std::string(const YamlHandle &)> &fnWrite)
 {
     const int64_t lBlocks = Base().lBlocks;
     const ptrdiff_t lFiles = OpenFiles();
     Base().log.clear();
-    YamlHandle *pstHandle = ZRYAML_FileLoad(pcPath);
-    std::string text = pstHandle != nullptr ? TreeCheck(*pstHandle) + pfnWrite(*pstHandle) : "";
+    YamlHandle *pstHandle = fnLoad();
+    std::string text = pstHandle != nullptr ? TreeCheck(*pstHandle) + fnWrite(*pstHandle) : "";
     ZRYAML_HandleFree(pstHandle);
     text += Base().LogText();
     if (Base().lBlocks != lBlocks)
@@ -32,24 +33,7 @@ std::string FileRead(const char *pcPath, std::string (*pfnWrite)(const YamlHandl
     return text;
 }
 
-std::string DocumentRead(const std::string &document, std::string (*pfnWrite)(const YamlHandle &))
+std::string DocumentRead(const std::string &document)
 {
-    return FileRead(TempFile(document).Path(), pfnWrite);
-}
-
-std::string Times(size_t ulTimes, const std::string &piece)
-{
-    std::string text;
-    text.reserve(ulTimes * piece.size());
-    while (ulTimes-- > 0)
-        text += piece;
-    return text;
-}
-
-std::string Numbered(size_t ulTimes, const std::string &before, const std::string &after)
-{
-    std::string text;
-    for (size_t ul = 0; ul < ulTimes; ++ul)
-        text += before + std::to_string(ul) + after;
-    return text;
+    return LoadRead([&document] { return TextFileLoad(document); });
 }

@@ -2,6 +2,8 @@
 // Definitions of the base library's calls that take the place of those in libzrbase.so.
 #include "recording_base.h"
 
+#include "case_file.h"
+
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -51,7 +53,7 @@ std::string RecordingBase::LogText() const
     char acHead[32];
     for (const LogRecord &stRecord : log) {
         snprintf(acHead, sizeof(acHead), "%u %x ", stRecord.uiLevel, stRecord.uiCode);
-        text += acHead + stRecord.text + "\n";
+        text += acHead + Printable(stRecord.text) + "\n";
     }
     return text;
 }

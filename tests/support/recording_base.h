@@ -33,7 +33,7 @@ struct RecordingBase {
 
     void Reset(); // forgets the log, the counts since Reset and everything that was to fail
 
-    // The log as lines "level code text", with the code in hex, each ended by a newline.
+    // The log as lines "level code text", with the code in hex and the text as Printable gives it.
     [[nodiscard]] std::string LogText() const;
     // The texts alone, of records from a level on.
     [[nodiscard]] std::vector<std::string> Texts(uint32_t uiFromLevel = 0) const;

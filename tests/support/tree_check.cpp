@@ -114,31 +114,38 @@ private:
     std::set<const YamlListNode *> m_seen;
 };
 
-void ValueWrite(const YamlListNode &stNode, std::string &text)
+void ValueWrite(const YamlListNode &stNode, bool bFlags, std::string &text)
 {
-    if (stNode.uiDataType == YAML_DATATYPE_SCALAR)
-        return ScalarWrite(stNode.pcValue, text);
+    const char *pcSeparator = "", *pcCopy = bFlags && stNode.uiFromAlias == 1 ? "*" : "";
+    if (stNode.uiDataType == YAML_DATATYPE_SCALAR) {
+        ScalarWrite(stNode.pcValue, text);
+        text += pcCopy;
+        return;
+    }
     const bool bSeq = stNode.uiDataType == YAML_DATATYPE_SEQ;
-    const char *pcSeparator = "";
     text += bSeq ? "[" : "{";
     for (const YamlList *pst = stNode.stChildList.next; pst != &stNode.stChildList; pst = pst->next) {
         const YamlListNode &stChild = bSeq ? *NODE_FROM(pst, stSeqLink) : *NODE_FROM(pst, stChildLink);
-        if (stChild.uiSameWithAnchor == 1)
+        const bool bMarked = stChild.uiSameWithAnchor == 1;
+        if (bMarked && !bFlags)
             continue;
         text += pcSeparator;
         pcSeparator = ",";
         if (bSeq) {
-            ValueWrite(stChild, text);
+            ValueWrite(stChild, bFlags, text);
             continue;
         }
         ScalarWrite(stChild.pcValue, text);
-        text += ":";
+        text += bFlags && stChild.uiFromAlias == 1 ? "*" : "";
+        text += bMarked ? "!" : ":";
         const YamlList *pstValue = stChild.stChildList.next;
-        ValueWrite(stChild.uiNextLevelType == YAML_DATATYPE_SEQ ? *NODE_FROM(pstValue, stSeqLink)
-                                                                : *NODE_FROM(pstValue, stChildLink),
-                   text);
+        if (!bMarked)
+            ValueWrite(stChild.uiNextLevelType == YAML_DATATYPE_SEQ ? *NODE_FROM(pstValue, stSeqLink)
+                                                                    : *NODE_FROM(pstValue, stChildLink),
+                       bFlags, text);
     }
     text += bSeq ? "]" : "}";
+    text += pcCopy;
 }
 
 } // namespace
@@ -148,7 +155,7 @@ std::string TreeCheck(const YamlHandle &stHandle)
     return Checker().Run(stHandle);
 }
 
-std::string TreeText(const YamlHandle &stHandle)
+std::string TreeText(const YamlHandle &stHandle, bool bFlags)
 {
     std::string text;
     const YamlList &stTop = stHandle.stRoot.stChildList;
@@ -156,7 +163,7 @@ std::string TreeText(const YamlHandle &stHandle)
         return text;
     ValueWrite(stHandle.stRoot.uiDataType == YAML_DATATYPE_MAP ? *NODE_FROM(stTop.next, stChildLink)
                                                                : *NODE_FROM(stTop.next, stSeqLink),
-               text);
+               bFlags, text);
     return text;
 }
 

@@ -12,8 +12,9 @@
 std::string TreeCheck(const YamlHandle &stHandle);
 
 // The document as it reads, marked keys left out: maps "{k:v,...}", sequences "[...]", scalars quoted with '"', where
-// '"', '\\' and control characters are escaped as \xx; an empty document is "".
-std::string TreeText(const YamlHandle &stHandle);
+// '"', '\\' and control characters are escaped as \xx; an empty document is "". With flags a copy is followed by '*',
+// and a marked key, which then is there too, by '!'.
+std::string TreeText(const YamlHandle &stHandle, bool bFlags = false);
 
 // Adds a scalar to a text in that form.
 void ScalarWrite(const char *pcText, std::string &text);

@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "case_file.h"
+
+#include <cctype>
+#include <charconv>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+
+namespace {
+
+using Names = std::map<std::string, std::string, std::less<>>;
+
+// "\(3 k#,)" becomes "k0,k1,k2,".
+std::string Repeated(std::string_view text)
+{
+    std::string result;
+    for (size_t ulAt = 0; ulAt < text.size(); ++ulAt) {
+        const size_t ulEnd = text.find(')', ulAt);
+        const size_t ulPiece = text.find(' ', ulAt) + 1;
+        size_t ulTimes = 0;
+        if (text.substr(ulAt, 2) != "\\(" || ulEnd == text.npos || ulPiece == 0 || ulPiece > ulEnd ||
+            std::from_chars(&text[ulAt + 2], &text[ulPiece], ulTimes).ptr != &text[ulPiece - 1]) {
+            result += text[ulAt];
+            continue;
+        }
+        for (size_t ul = 0; ul < ulTimes; ++ul) {
+            for (const char cChar : text.substr(ulPiece, ulEnd - ulPiece))
+                cChar == '#' ? result += std::to_string(ul) : result += cChar;
+        }
+        ulAt = ulEnd;
+    }
+    return result;
+}
+
+// Adds the lines of an outcome, names replaced by what they stand for.
+void OutcomeAdd(std::string_view text, const Names &names, std::vector<std::string> &lines)
+{
+    for (size_t ulAt = 0, ulEnd = 0; ulEnd != text.npos; ulAt = ulEnd + 3) {
+        ulEnd = text.find(" | ", ulAt);
+        const std::string_view item = text.substr(ulAt, ulEnd == text.npos ? ulEnd : ulEnd - ulAt);
+        const size_t ulOpen = item.find('(');
+        const auto itName = names.find(item.substr(0, ulOpen));
+        if (itName == names.end())
+            lines.push_back(Repeated(item));
+        else
+            OutcomeAdd(Replaced(itName->second, "$",
+                                ulOpen == item.npos ? "" : item.substr(ulOpen + 1, item.size() - ulOpen - 2)),
+                       names, lines);
+    }
+}
+
+CaseStep StepRead(std::string_view line, size_t ulLine, const Names &names)
+{
+    CaseStep stStep;
+    const size_t ulArrow = line.find(" => ");
+    const std::string_view call = line.substr(0, ulArrow);
+    const size_t ulSpace = call.find(' ');
+    stStep.ulLine = ulLine;
+    stStep.operation = call.substr(0, ulSpace);
+    stStep.argument = ulSpace == call.npos ? "" : Repeated(call.substr(ulSpace + 1));
+    stStep.bExpects = ulArrow != line.npos;
+    if (stStep.bExpects)
+        OutcomeAdd(line.substr(ulArrow + 4), names, stStep.expected);
+    return stStep;
+}
+
+} // namespace
+
+std::vector<CaseStep> CaseFileRead(std::string_view text)
+{
+    std::vector<CaseStep> steps;
+    Names names;
+    for (size_t ulLine = 1; !text.empty(); ++ulLine) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+        if (line.empty() || line[0] == '#')
+            continue;
+        if (line.starts_with("let ")) {
+            const std::string_view rest = line.substr(4);
+            names[std::string(rest.substr(0, rest.find(' ')))] = rest.substr(rest.find(' ') + 1);
+        } else if (line.starts_with("| ") && !steps.empty()) {
+            steps.back().argument += Repeated(line.substr(2)) + "\n";
+        } else if (line.starts_with("  ") && !steps.empty()) {
+            OutcomeAdd(line.substr(2), names, steps.back().expected);
+            steps.back().bExpects = true;
+        } else {
+            steps.push_back(StepRead(line, ulLine, names));
+        }
+    }
+    return steps;
+}
+
+std::string Unescaped(std::string_view text)
+{
+    constexpr std::string_view Letters = "ntr0\\", Bytes{"\n\t\r\0\\", 5};
+    std::string result;
+    for (size_t ul = 0; ul < text.size(); ++ul) {
+        const size_t ulLetter = text[ul] == '\\' && ul + 1 < text.size() ? Letters.find(text[ul + 1]) : Letters.npos;
+        unsigned uiByte = 0;
+        if (ulLetter != Letters.npos) {
+            result += Bytes[ulLetter];
+            ++ul;
+        } else if (text.substr(ul, 2) == "\\x" && ul + 4 <= text.size() &&
+                   std::from_chars(&text[ul + 2], &text[ul + 2] + 2, uiByte, 16).ptr == &text[ul + 2] + 2) {
+            result += static_cast<char>(uiByte);
+            ul += 3;
+        } else {
+            result += text[ul];
+        }
+    }
+    return result;
+}
+
+std::string Printable(std::string_view text)
+{
+    std::string result;
+    char acEscape[8];
+    for (const char cChar : text) {
+        if (cChar >= ' ' && cChar <= '~') {
+            result += cChar;
+            continue;
+        }
+        (void)snprintf(acEscape, sizeof(acEscape), "\\x%02X", static_cast<unsigned>(static_cast<unsigned char>(cChar)));
+        result += cChar == '\n' ? "\\n" : acEscape;
+    }
+    return result;
+}
+
+std::string Replaced(std::string text, std::string_view what, std::string_view by)
+{
+    for (size_t ulAt = text.find(what); ulAt != text.npos; ulAt = text.find(what, ulAt + by.size()))
+        text.replace(ulAt, what.size(), by);
+    return text;
+}
