@@ -114,16 +114,16 @@ string LoadOutcome(const string &source, bool bFile, Writer pfnWrite)
     return text + (*stError.pcHint != '\0' ? ": " + Printable(stError.pcHint) : "") + "\n";
 }
 
+string Ok(const YamlHandle &)
+{
+    return "ok";
+}
+
 template <Writer pfnWrite> string Load(YamlHandle *, const string &text)
 {
     const string outcome = LoadOutcome(text, false, pfnWrite);
     const string asFile = LoadOutcome(TempFile(text).Path(), true, pfnWrite);
     return outcome + (asFile != outcome ? "but as a file " + asFile : "");
-}
-
-string Ok(const YamlHandle &)
-{
-    return "ok";
 }
 
 string Loads16(YamlHandle *, const string &text)
@@ -270,11 +270,6 @@ string WalkFrom(const YamlListNode *pstValue)
     return text + (bEnd && ZRYAML_ChildCountGet(pstValue) == uiSeen ? "" : "wrong count\n");
 }
 
-string Walk(YamlHandle *pstHandle, const string &)
-{
-    return WalkFrom(ZRYAML_RootGet(pstHandle));
-}
-
 string Unread(YamlHandle *pstHandle, const string &)
 {
     string text = "unread";
@@ -318,34 +313,18 @@ string Component(YamlHandle *, const string &callAndText)
     const size_t ulSpace = std::min(callAndText.find(' '), callAndText.size() - 1);
     const string call = callAndText.substr(0, ulSpace);
     string text = callAndText.substr(ulSpace + 1);
-    char acName[6] = "none", *pcText = text.data();
+    char acName[6] = "none", *pc = text.data();
     uint32_t uiUsed = 0, uiIndex = YAML_INDEX_NONE;
-    int32_t iResult = 0;
-    if (call == "KeyParse")
-        iResult = yaml_KeyParse(pcText, sizeof(acName), acName, &uiUsed, &uiIndex);
-    else if (call == "KeyParseForSeq")
-        iResult = yaml_KeyParseForSeq(pcText, sizeof(acName), acName, &uiUsed, &uiIndex);
-    else if (call == "KeyStringGet")
-        iResult = yaml_KeyStringGet(pcText, '.', sizeof(acName), acName, &uiUsed, &uiIndex);
-    else if (call == "MetaChrProcess")
-        iResult = yaml_MetaChrProcess(pcText, sizeof(acName), acName, &uiUsed, &uiIndex);
-    else if (call == "ArrayIndexGet")
-        iResult = static_cast<int32_t>(yaml_ArrayIndexGet(pcText, &uiUsed, &uiIndex));
-    else
-        return "no such call\n";
-    return to_string(iResult) + " '" + acName + "' used " + to_string(uiUsed) +
+    const int64_t lResult =
+        call == "KeyParse"         ? yaml_KeyParse(pc, sizeof(acName), acName, &uiUsed, &uiIndex)
+        : call == "KeyParseForSeq" ? yaml_KeyParseForSeq(pc, sizeof(acName), acName, &uiUsed, &uiIndex)
+        : call == "KeyStringGet"   ? yaml_KeyStringGet(pc, '.', sizeof(acName), acName, &uiUsed, &uiIndex)
+        : call == "MetaChrProcess" ? yaml_MetaChrProcess(pc, sizeof(acName), acName, &uiUsed, &uiIndex)
+        : call == "ArrayIndexGet"  ? int64_t{yaml_ArrayIndexGet(pc, &uiUsed, &uiIndex)}
+                                   : 77;
+    return to_string(lResult) + " '" + acName + "' used " + to_string(uiUsed) +
            (uiIndex != YAML_INDEX_NONE ? " index " + to_string(uiIndex) : "") + " left '" +
            Replaced(text, std::string_view("\0", 1), "_") + "'\n" + Base().LogText();
-}
-
-string File(YamlHandle *, const string &path)
-{
-    return LoadOutcome(path, true, Tree);
-}
-
-string Memory(YamlHandle *, const string &text)
-{
-    return LoadOutcome(text, false, Count);
 }
 
 struct Operation {
@@ -356,8 +335,8 @@ const std::map<string, Operation> g_operations = {
     {"load", {Load<Tree>, Operation::Text}},
     {"loads", {Load<Ok>, Operation::Text}},
     {"loads16", {Loads16, Operation::Text}},
-    {"file", {File, Operation::Text}},
-    {"memory", {Memory, Operation::Text}},
+    {"file", {[](auto *, auto &path) { return LoadOutcome(path, true, Tree); }, Operation::Text}},
+    {"memory", {[](auto *, auto &text) { return LoadOutcome(text, false, Count); }, Operation::Text}},
     {"starve", {Starve, Operation::Text}},
     {"component", {Component, Operation::Text}},
     {"find", {Find, Operation::Paths}},
@@ -366,7 +345,7 @@ const std::map<string, Operation> g_operations = {
     {"size", {Size, Operation::Paths}},
     {"value", {Value, Operation::Paths}},
     {"iterate", {Iterate, Operation::Paths}},
-    {"walk", {Walk, Operation::Document}},
+    {"walk", {[](auto *pstHandle, auto &) { return WalkFrom(ZRYAML_RootGet(pstHandle)); }, Operation::Document}},
     {"unread", {Unread, Operation::Document}},
     {"dump", {Dump, Operation::Document}},
 };
@@ -398,10 +377,7 @@ public:
 
     std::vector<Fault> Run(std::string_view text)
     {
-        const std::vector<CaseStep> steps = CaseFileRead(text);
-        if (steps.empty())
-            m_faults.push_back({1, "there is no case"});
-        for (const CaseStep &stStep : steps) {
+        for (const CaseStep &stStep : CaseFileRead(text)) {
             Base().Reset();
             const auto itOperation = g_operations.find(stStep.operation);
             const bool bSetting = itOperation == g_operations.end();
@@ -415,6 +391,8 @@ public:
             if (!fault.empty())
                 m_faults.push_back({stStep.ulLine, fault});
         }
+        if (!m_bCompared && m_faults.empty())
+            m_faults.push_back({1, "there is no case"});
         return m_faults;
     }
 
@@ -428,8 +406,9 @@ private:
     bool Set(const string &name, const string &argument)
     {
         std::istringstream words(argument);
+        Base().bKeepNotes = false;
         if (name == "doc")
-            return DocumentSet(TextLoad(argument)) && Base().Texts(1).empty();
+            return DocumentSet(TextLoad(argument)) && Base().log.empty();
         if (name == "switch") {
             uint32_t uiSwitch = 0;
             words >> uiSwitch;
@@ -466,6 +445,8 @@ private:
             return m_faults.push_back({stStep.ulLine, "there is no document"});
         if (stOperation.eTakes == Operation::Document)
             return Compare(stOperation, stStep, stStep.argument);
+        if (stStep.argument.empty())
+            return m_faults.push_back({stStep.ulLine, "there is no path"});
         std::istringstream words(stStep.argument);
         for (string word; words >> word;)
             Compare(stOperation, stStep, word == "\"\"" ? "" : Unescaped(word));
@@ -474,6 +455,7 @@ private:
     void Compare(const Operation &stOperation, const CaseStep &stStep, const string &argument)
     {
         const int64_t lBlocks = Base().lBlocks;
+        m_bCompared = true;
         Base().Reset();
         string seen = stOperation.pfnRun(m_pstHandle, argument);
         if (Base().lBlocks != lBlocks)
@@ -497,6 +479,7 @@ private:
     YamlHandle *m_pstHandle = nullptr;
     YamlLimits m_stDefault = {};
     std::vector<Fault> m_faults;
+    bool m_bCompared = false;
 };
 
 std::vector<string> CaseFiles()
@@ -550,6 +533,8 @@ TEST(CaseRunner, FindsFaults)
         {"doc a: 1\ndamage foreign b\n", 2},
         {"doc a: 1\ndamage badly a\n", 2},
         {"component Unknown a => 0\n", 1},
+        {"doc a: 1\n", 1}, // nothing is looked at
+        {"doc a: 1\nget => =1\n", 2},
     };
     for (const auto &stCase : astCase) {
         const std::vector<Fault> faults = Runner().Run(stCase.pcText);

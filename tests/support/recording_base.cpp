@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <malloc.h>
 #include <mutex>
 
 #include <zr_safe.h>
@@ -58,16 +59,6 @@ std::string RecordingBase::LogText() const
     return text;
 }
 
-std::vector<std::string> RecordingBase::Texts(uint32_t uiFromLevel) const
-{
-    std::vector<std::string> texts;
-    for (const LogRecord &stRecord : log) {
-        if (stRecord.uiLevel >= uiFromLevel)
-            texts.push_back(stRecord.text);
-    }
-    return texts;
-}
-
 extern "C" {
 
 uint32_t ZR_BaseInit(void)
@@ -100,6 +91,7 @@ void ZR_MemFree(void *pBlock, void *)
 {
     const std::lock_guard stGuard(g_stLock);
     --Base().lBlocks;
+    memset(pBlock, 0xA5, malloc_usable_size(pBlock)); // nor on what is released
     free(pBlock);
 }
 

@@ -16,7 +16,6 @@ struct LogRecord {
     std::string text;
     std::string file;
     std::string function;
-    bool operator==(const LogRecord &) const = default;
 };
 
 struct RecordingBase {
@@ -35,8 +34,6 @@ struct RecordingBase {
 
     // The log as lines "level code text", with the code in hex and the text as Printable gives it.
     [[nodiscard]] std::string LogText() const;
-    // The texts alone, of records from a level on.
-    [[nodiscard]] std::vector<std::string> Texts(uint32_t uiFromLevel = 0) const;
 };
 
 // The one instance. Its calls take a lock; its fields are read by the test between calls.
