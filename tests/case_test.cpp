@@ -1,32 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Runs the files of cases/, whose form support/case_file.h describes. An outcome ends with the log since the operation
-// began, a line "level code text" for each record. Paths with one outcome may share a line, where "$" stands for what a
-// path has behind its last '['; "" is the empty path.
-//
-// These set something and have no outcome:
-//   doc TEXT           the document that is read from here on
-//   damage KIND PATH   makes the node at a path a wrong one, see Damage
-//   switch N           the debug switch
-//   limits A B C D     depth, directives, file bytes, copy bytes; without numbers the defaults
-// Of a document of its own:
-//   load TEXT          as text and as file: the tree, in which * follows a copy and ! a key that repeats a merged one;
-//                      of a refused one the log without its usual end, the place and the hint
-//   loads TEXT         the same with "ok" for the tree and no notes; loads16: of the text as UTF-16 of both kinds
-//   file PATH          the same of a file
-//   memory TEXT        nodes and bytes of text that are counted while the debug switch is 1
-//   starve TEXT        fails every allocation of a load once: "clean" if the log says so and nothing is left
-// Of the document:
-//   find PATHS         yaml_NodeFind: "=" and the text, {} or []; "#" for "=" if an index selected it; "kept" if the
-//                      flag was not stored
-//   get PATHS          ZRYAML_PropertyGet with the switch off and on: "=" and the text, or the place of a wrong value;
-//                      "not counted" if it is no query for the statistics. format: with the path as the format
-//   size PATHS         ZRYAML_ArraySizeGet
-//   value PATHS        kind and place, by all four calls that give them
-//   iterate PATHS      the pairs of an iterator
-//   walk               every value: place, path, kind (Map, List, Scalar) and text
-//   unread             the keys that nobody read, with their line, * for a copy
-//   dump [SIZE]        the dump, by default with every size of the buffer
-//   component CALL TEXT   a call of the path parser: its result, the name, what it used, the index, the text afterwards
+// Runs the files of cases/; cases/README.md describes their form and the operations.
 #include "node_tree.h"
 #include "support/case_file.h"
 #include "support/load_text.h"
@@ -485,8 +458,10 @@ private:
 std::vector<string> CaseFiles()
 {
     std::vector<string> files;
-    for (const auto &stEntry : std::filesystem::directory_iterator(ZRYAML_TEST_CASES))
-        files.push_back(stEntry.path().stem());
+    for (const auto &stEntry : std::filesystem::directory_iterator(ZRYAML_TEST_CASES)) {
+        if (stEntry.path().extension() == ".txt")
+            files.push_back(stEntry.path().stem());
+    }
     std::ranges::sort(files);
     return files;
 }

@@ -1,17 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reads a file of cases. Each step is a line that begins with an operation; case_test.cpp lists them.
-//
-//     get a.b c.d => =x           the operation, its argument, and after " => " what it must give
-//     load a: &x 1\nb: *X => 2 19000013 The alias has not defined. (Alias=X) | at 2:4 ...
-//                                 " | " stands between the lines of an outcome
-//     load                        "| " begins a further line of an argument,
-//     | a: [1, 2]                 two spaces begin a further line of an outcome
-//       {a:[1 2]}
-//     let GONE 1 19000003 Can not find the yaml node with key. (Key=$)
-//                                 names lines of outcomes; GONE(x) is the text with x in the place of the $
-//
-// In arguments and outcomes "\(3 k#,)" stands for "k0,k1,k2,"; in arguments also \n \t \r \0 \\ and \xHH for one byte.
-// A line that begins with '#', and an empty one, is for the reader.
+// Reads a file of cases, whose form cases/README.md describes.
 #pragma once
 
 #include <cstddef>
