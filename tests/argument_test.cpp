@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The public calls with arguments that are wrong or missing, with formats, and from several threads.
 #include "support/load_text.h"
-#include "support/recording_base.h"
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -12,22 +11,14 @@ namespace {
 
 constexpr char Text[] = "a: {b: x, c: [p, q]}\n50%: r\n";
 
-struct Argument : testing::Test {
-    void SetUp() override
-    {
-        Base().Reset();
-        pstHandle = ZRYAML_TextLoad(Text, sizeof(Text) - 1, "doc");
-        ASSERT_NE(pstHandle, nullptr);
-        Base().Reset();
-    }
+struct Argument : Recorded {
+    Argument() : pstHandle(ZRYAML_TextLoad(Text, sizeof(Text) - 1, "doc")) {}
     void TearDown() override
     {
-        ZRYAML_DebugSwitchSet(0);
         ZRYAML_HandleFree(pstHandle);
-        EXPECT_EQ(Base().lBlocks, 0);
-        Base().Reset();
+        Recorded::TearDown();
     }
-    YamlHandle *pstHandle = nullptr;
+    YamlHandle *pstHandle;
 };
 
 // The same calls where the compiler does not look at the format.

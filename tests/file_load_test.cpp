@@ -2,7 +2,6 @@
 // Loading where more than the document matters: the path, the pool, libyaml itself, refused calls, long names. The
 // program's own libyaml calls and getrandom stand in front of the real ones, so that they can be made to fail.
 #include "support/load_text.h"
-#include "support/recording_base.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -54,11 +53,7 @@ extern "C" ssize_t getrandom(void *pBuffer, size_t ulLength, unsigned uiFlags)
 
 namespace {
 
-struct FileLoad : testing::Test {
-    void SetUp() override { Base().Reset(); }
-    void TearDown() override { Base().Reset(); }
-};
-struct Pool : testing::Test {};
+struct FileLoad : Recorded {};
 
 std::string FileRead(const std::string &path)
 {
@@ -205,7 +200,7 @@ int FirstLoadsAtOnce()
 
 } // namespace
 
-TEST_F(Pool, IsMadeOnceAndAFailureIsTriedAgain)
+TEST(Pool, IsMadeOnceAndAFailureIsTriedAgain)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe"); // a process that has not loaded anything
     EXPECT_EXIT(exit(FirstLoads()), testing::ExitedWithCode(0), "");

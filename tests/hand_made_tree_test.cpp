@@ -2,7 +2,6 @@
 // The exported operations one by one, on nodes and trees that no file makes.
 #include "node_tree.h"
 #include "support/load_text.h"
-#include "support/recording_base.h"
 
 #include <cstring>
 #include <gtest/gtest.h>
@@ -16,22 +15,14 @@ using zryaml::LinkIn;
 using zryaml::ListInit;
 using zryaml::ListInsertAfter;
 
-struct HandMade : testing::Test { // with an empty document; what a test puts into it is released with it
-    void SetUp() override
-    {
-        Base().Reset();
-        pstHandle = TextFileLoad("");
-        ASSERT_NE(pstHandle, nullptr);
-        Base().Reset();
-    }
+struct HandMade : Recorded { // with an empty document; what a test puts into it is released with it
+    HandMade() : pstHandle(TextFileLoad("")) {}
     void TearDown() override
     {
-        ZRYAML_DebugSwitchSet(0);
         EXPECT_EQ(Base().LogText(), "");
-        Base().Reset();
         yaml_AnchorListRealse(pstHandle);
         ZRYAML_HandleFree(pstHandle);
-        EXPECT_EQ(Base().lBlocks, 0);
+        Recorded::TearDown();
     }
     [[nodiscard]] YamlListNode *Scalar(const char *pcText) const { return yaml_ScalarNodeCreate(pstHandle, pcText); }
     [[nodiscard]] YamlListNode *Collection(uint32_t uiType) const
@@ -78,7 +69,7 @@ struct HandMade : testing::Test { // with an empty document; what a test puts in
         EXPECT_EQ(Base().LogText(), log);
         Base().Reset();
     }
-    YamlHandle *pstHandle = nullptr;
+    YamlHandle *pstHandle;
     yaml_event_t stEvent = {};
     uint32_t uiFlag = 1;
 };

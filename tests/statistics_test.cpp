@@ -2,7 +2,6 @@
 // The debug switch and the statistics. The program's own clock_gettime stands in front of the C library's, so that the
 // clock can be set for a test; while it is not set it passes every call on to the system.
 #include "support/load_text.h"
-#include "support/recording_base.h"
 
 #include <array>
 #include <bit>
@@ -65,15 +64,8 @@ extern "C" int clock_gettime(clockid_t iClock, timespec *pstTime) noexcept
     return 0;
 }
 
-class Statistics : public testing::Test {
-protected:
-    void SetUp() override { Base().Reset(); }
-    void TearDown() override
-    {
-        g_stClock.bSet = false;
-        ZRYAML_DebugSwitchSet(0);
-        Base().Reset();
-    }
+struct Statistics : Recorded {
+    ~Statistics() override { g_stClock.bSet = false; }
 };
 
 TEST_F(Statistics, SwitchKeepsWhatIsSet)

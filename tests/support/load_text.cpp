@@ -2,8 +2,6 @@
 // Loads whole files and looks at what is left behind, in the recorded blocks and among the open files.
 #include "load_text.h"
 
-#include "recording_base.h"
-
 #include <filesystem>
 
 namespace {

@@ -2,9 +2,11 @@
 // Loading with everything that a test wants to know of it in one text.
 #pragma once
 
+#include "recording_base.h"
 #include "tree_check.h"
 
 #include <functional>
+#include <gtest/gtest.h>
 #include <string>
 
 // What a refused load logs last.
@@ -19,3 +21,14 @@ std::string LoadRead(
 
 // The same for a text, which is written to a file first.
 std::string DocumentRead(const std::string &document);
+
+// A test that begins with an empty record, and leaves the switch off and nothing in use.
+struct Recorded : testing::Test {
+    void SetUp() override { Base().Reset(); }
+    void TearDown() override
+    {
+        ZRYAML_DebugSwitchSet(0);
+        EXPECT_EQ(Base().lBlocks, 0);
+        Base().Reset();
+    }
+};
