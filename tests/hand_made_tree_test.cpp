@@ -249,8 +249,10 @@ TEST_F(HandMade, CopiesOfBrokenNodes)
     EXPECT_EQ(yaml_MapStartProcess(&stEvent, YAML_SCALAR_EVENT, &pstCurrent, pstHandle), YAML_ERR_PARSE);
     EXPECT_EQ(yaml_AnchorInsertInMap(pstHandle, &pstCurrent, pstLoose, 1), YAML_ERR_PARSE);
     EXPECT_EQ(pstCurrent, pstKey);
-    pstKey->uiSameWithAnchor = 0;
     pstCurrent = pstTarget;
+    EXPECT_EQ(yaml_MapAnchorCopy(pstHandle, &pstCurrent, pstMap, 1), YAML_OK);
+    EXPECT_EQ(Below(*pstTarget), "");
+    pstKey->uiSameWithAnchor = 0;
     EXPECT_EQ(yaml_MapAnchorCopy(pstHandle, &pstCurrent, pstMap, 1), YAML_ERR_PARSE);
     EXPECT_EQ(pstCurrent, pstTarget);               // not written back
     pstKey->uiNextLevelType = YAML_DATATYPE_SCALAR; // a type, and still no value
@@ -263,6 +265,7 @@ TEST_F(HandMade, CopiesOfBrokenNodes)
                         "2 1900000f C" NOT_IN_ANCHOR
                         "2 1900000f Failed to process sequence start event: c" NOT_IN_ANCHOR
                         "2 1900000f Failed to process map start event: c" NOT_IN_ANCHOR "2 1900000f C" NOT_IN_ANCHOR
+                        "0 1900000a There is a same scalar in previous key list. (Scalar=k)\n"
                         "2 1900000f Can not merge a single scalar in sequence anchor to map. (Scalar=k)\n");
     YamlListNode *pstItem = Scalar("i"), *pstSeq = Seq({pstItem, Scalar("j")});
     EXPECT_EQ(yaml_SequenceAnchorCopy(pstHandle, pstItem, Seq({Scalar("1"), Scalar("2")}), 0), YAML_OK);
@@ -280,16 +283,20 @@ TEST_F(HandMade, MarkedKeyFindsTheMergedOneByItsText)
     const YamlListNode &stMap = *Map({pstOther, Hang(pstMerged, {Scalar("old")}), pstMarked});
     pstOther->uiFromAlias = pstMerged->uiFromAlias = pstMarked->uiSameWithAnchor = 1;
     EXPECT_EQ(yaml_SameKeyFindInAnchor(pstMarked), pstMerged);
-    Base().ulFailAllocation = Base().ulAllocations + 4; // an index of anchors without slots
-    EXPECT_EQ(yaml_AnchorRecord(pstHandle, "x", pstOther, YAML_DATATYPE_SCALAR), YAML_ERR_NOMEM);
-    ExpectLog(NO_RECORD);
-    YamlListNode *pstCurrent = pstMarked;
     char acAnchor[] = "a";
     stEvent.data.sequence_start.anchor = reinterpret_cast<yaml_char_t *>(acAnchor); // is not kept
-    EXPECT_EQ(yaml_SeqStartProcess(&stEvent, YAML_SCALAR_EVENT, &pstCurrent, pstHandle), YAML_OK);
-    EXPECT_EQ(pstCurrent, FirstChild(*pstMerged));
-    EXPECT_EQ(pstMerged->uiNextLevelType, YAML_DATATYPE_SEQ);
-    EXPECT_EQ(yaml_AnchorObjFind(pstHandle, "a"), nullptr);
+    for (const bool bIndex : {false, true}) {
+        YamlListNode *pstCurrent = pstMarked;
+        EXPECT_EQ(yaml_SeqStartProcess(&stEvent, YAML_SCALAR_EVENT, &pstCurrent, pstHandle), YAML_OK);
+        EXPECT_EQ(pstCurrent, FirstChild(*pstMerged));
+        EXPECT_EQ(pstMerged->uiNextLevelType, YAML_DATATYPE_SEQ);
+        EXPECT_EQ(yaml_AnchorObjFind(pstHandle, "a"), nullptr);
+        EXPECT_EQ(pstHandle->pstAnchorIndex != nullptr, bIndex);
+        Base().ulFailAllocation = Base().ulAllocations + 4; // makes an index of anchors without slots
+        EXPECT_EQ(yaml_AnchorRecord(pstHandle, "x", pstOther, YAML_DATATYPE_SCALAR), bIndex ? YAML_OK : YAML_ERR_NOMEM);
+        ExpectLog(bIndex ? "" : NO_RECORD);
+        pstHandle->uiEventDepth = 0;
+    }
     EXPECT_EQ(Below(stMap), "okk");
 }
 
@@ -365,6 +372,7 @@ TEST_F(HandMade, LookupsOnBrokenNodes)
     pstTextless->uiDataType = YAML_DATATYPE_SCALAR;
     YamlListNode *pstMap = Map({pstTextless, Hang(pstKey, {Scalar("v")})});
     EXPECT_EQ(yaml_PropertyFindInMapList(&pstMap->stChildList, "k", YAML_INDEX_NONE), pstKey);
+    EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(Scalar("m"), pstKey), YAML_OK);
     EXPECT_EQ(yaml_NodeValueGet(Scalar("x"), 0), nullptr);
     ExpectLog("2 19000004 There is not any data in the child list.\n");
     pstHandle->stRoot.uiDataType = YAML_DATATYPE_MAP; // and no map below
