@@ -146,7 +146,7 @@ TEST_F(Argument, Formats)
     EXPECT_STREQ(ZRYAML_LastErrorGet()->pcKeyPath, "%ls");
     Base().Reset();
     Base().bSecureCallsFail = true; // is noted, and the text is there
-    EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "a.b"), "x");
+    EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "{a}.{b}"), "x");
     EXPECT_EQ(Base().LogText(), "1 16 Secure check fail.\n1 16 Secure check fail.\n");
 }
 

@@ -109,7 +109,9 @@ string Loads16(YamlHandle *, const string &text)
     return outcome + (other != outcome ? "but as big endian " + other : "");
 }
 
-string Starve(YamlHandle *, const string &text)
+uint64_t g_ulFailed = 0; // allocations, by all cases
+
+string StarveOnce(const string &text)
 {
     Base().Reset();
     const string outcome = LoadOutcome(text, false, Tree);
@@ -117,6 +119,7 @@ string Starve(YamlHandle *, const string &text)
     for (uint64_t ul = 1; ul <= ulAllocations; ++ul) {
         Base().Reset();
         Base().ulFailAllocation = ul;
+        testing::Test::RecordProperty("allocations_failed", to_string(++g_ulFailed));
         const string failed = LoadOutcome(text, false, Tree), log = Base().LogText();
         const char *pcEnd = ul == 1 ? "2 c Failed to allocate memory for handle.\n" : PARSE_FAILED;
         const bool bLeft = failed.find("left") != failed.npos, bLoaded = failed.find("\nat ") == failed.npos;
@@ -127,6 +130,36 @@ string Starve(YamlHandle *, const string &text)
             return "afterwards: " + Base().LogText();
     }
     return ulAllocations > 0 ? "clean\n" : "no allocation\n";
+}
+
+// Whether nodes share blocks, so that only some of them begin with an allocation.
+bool BlocksAreShared()
+{
+    Base().Reset();
+    ZRYAML_HandleFree(ZRYAML_TextLoad("[a, a, a]", 9, nullptr));
+    return Base().ulAllocations <= 2;
+}
+
+// The document with more in front, so that other nodes and texts of it come to begin a block.
+string Padded(const string &text, size_t ulBytes)
+{
+    string padded;
+    for (int i = 0; ulBytes > 0; ++i) {
+        const size_t ulHere = std::min<size_t>(ulBytes, 240);
+        padded += (text.starts_with("- ") ? "- " : "pad" + to_string(i) + ": ") + string(ulHere, 'p') + "\n";
+        ulBytes -= ulHere;
+    }
+    return padded + text;
+}
+
+string Starve(YamlHandle *, const string &text)
+{
+    string outcome = StarveOnce(text);
+    const bool bBlock = text.find(": ") < text.find('\n') || text.starts_with("- ");
+    const size_t ulMost = bBlock && text[0] != '[' && BlocksAreShared() ? 1024 : 0;
+    for (size_t ulBytes = 40; ulBytes <= ulMost && outcome == "clean\n"; ulBytes += 40)
+        outcome = StarveOnce(Padded(text, ulBytes));
+    return outcome;
 }
 
 YamlListNode *NodeFind(YamlHandle *pstHandle, string path, uint32_t *puiIndexed)
