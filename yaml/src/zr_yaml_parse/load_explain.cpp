@@ -120,10 +120,10 @@ uint32_t ColumnOf(std::string_view svLine, size_t ulAt) noexcept
     return static_cast<uint32_t>(std::ranges::count_if(First(svLine, ulAt + 1), IsCharStart));
 }
 
-// The column of a ':' that a letter or digit follows at once, where a space was probably meant; 0 if there is none.
+// The column of a ':' outside quotes with no space behind it, where one was probably meant; 0 if there is none.
 uint32_t TightColon(std::string_view svLine) noexcept
 {
-    const size_t ulColon = First(svLine, svLine.find('#')).find(':');
+    const size_t ulColon = First(svLine, svLine.find_first_of("#'\"")).find(':');
     if (ulColon == std::string_view::npos || ulColon == 0 || ulColon + 1 == svLine.size())
         return 0;
     const char cNext = svLine[ulColon + 1];
