@@ -75,24 +75,36 @@ const char *PlainIndexRead(const char *pcOpen, uint32_t &uiIndex) noexcept
     return uiDigits > 0 && pcDigits[uiDigits] == ']' ? pcDigits + uiDigits + 1 : nullptr;
 }
 
-} // namespace
-
-bool zryaml::query::PlainComponentRead(const char *pcPath, PlainComponent &stComponent) noexcept
+// Reads a component without escapes and braces; where it ends, NULL if it is anything else.
+const char *PlainRead(const char *pcText, PathComponent &stComponent) noexcept
 {
-    const char *pcEnd = pcPath;
+    const char *pcEnd = pcText;
     while (!g_abNameEnd[static_cast<unsigned char>(*pcEnd)])
         ++pcEnd;
-    stComponent.svName = {pcPath, static_cast<size_t>(pcEnd - pcPath)};
-    stComponent.uiIndex = YAML_INDEX_NONE;
+    stComponent = {{pcText, static_cast<size_t>(pcEnd - pcText)}, YAML_INDEX_NONE};
     if (*pcEnd == '[')
         pcEnd = PlainIndexRead(pcEnd, stComponent.uiIndex);
-    else if (pcEnd == pcPath)
-        return false;
-    if (pcEnd == nullptr)
-        return false;
-    stComponent.pcNext = *pcEnd == '.' ? pcEnd + 1 : pcEnd;
-    const bool bBehindIndex = *pcEnd == '[' && stComponent.uiIndex != YAML_INDEX_NONE;
-    return *pcEnd == '\0' || bBehindIndex || (*pcEnd == '.' && pcEnd[1] != '\0');
+    else if (pcEnd == pcText)
+        return nullptr;
+    const bool bIndex = stComponent.uiIndex != YAML_INDEX_NONE;
+    return pcEnd != nullptr && (*pcEnd == '.' || *pcEnd == '\0' || (*pcEnd == '[' && bIndex)) ? pcEnd : nullptr;
+}
+
+} // namespace
+
+bool zryaml::query::ComponentRead(char *pcKeyPath, char (&acName)[YAML_KEY_BUF_SIZE], uint32_t &uiParsedLen,
+                                  PathComponent &stComponent) noexcept
+{
+    char *pcText = pcKeyPath + uiParsedLen;
+    if (const char *pcEnd = PlainRead(pcText, stComponent)) {
+        uiParsedLen += static_cast<uint32_t>(pcEnd - pcText) + (*pcEnd == '[' ? 0 : 1); // the separator, or the end
+        return true;
+    }
+    acName[0] = '\0';
+    stComponent.uiIndex = YAML_INDEX_NONE;
+    const int32_t iResult = yaml_KeyParse(pcText, sizeof(acName), acName, &uiParsedLen, &stComponent.uiIndex);
+    stComponent.svName = acName;
+    return iResult >= 0;
 }
 
 int32_t yaml_KeyParse(char *pcKeyPath, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen, uint32_t *puiIndex)

@@ -9,11 +9,17 @@ namespace {
 
 #define FIND_FAIL(uiCode, ...) (YAML_LOG(YAML_LOG_ERROR, (uiCode), __VA_ARGS__), nullptr)
 
-// Formats the path; false if it is empty or does not fit.
+// Formats the path; false if it is empty or does not fit. Without a '%' it is copied as it stands.
 __attribute__((format(printf, 2, 0))) bool PathFormat(char (&acPath)[YAML_KEY_BUF_SIZE], const char *pcKeyFormat,
                                                       va_list stArgs) noexcept
 {
-    return vsnprintf_s(acPath, sizeof(acPath), sizeof(acPath) - 1, pcKeyFormat, stArgs) > 0;
+    const size_t ulLength = strnlen(pcKeyFormat, sizeof(acPath));
+    if (memchr(pcKeyFormat, '%', ulLength) != nullptr)
+        return vsnprintf_s(acPath, sizeof(acPath), sizeof(acPath) - 1, pcKeyFormat, stArgs) > 0;
+    if (ulLength == 0 || ulLength == sizeof(acPath))
+        return false;
+    memcpy(acPath, pcKeyFormat, ulLength + 1);
+    return true;
 }
 
 // The entry with a number, which may be no node itself; NULL past the end, or past an entry that is no node.
@@ -35,47 +41,70 @@ YamlListNode *KeyWithText(const YamlList &stKeys, const WantedKey &stWanted) noe
     return nullptr;
 }
 
-// Whether a format stands for itself and is not too long.
-bool IsPathItself(const char *pcKeyFormat) noexcept
+YamlListNode *FindInSeq(YamlListNode &stSeq, uint32_t uiIndex) noexcept
 {
-    const size_t ulLength = strnlen(pcKeyFormat, YAML_KEY_BUF_SIZE);
-    return ulLength < YAML_KEY_BUF_SIZE && memchr(pcKeyFormat, '%', ulLength) == nullptr;
+    if (!HasChildren(stSeq))
+        return FIND_FAIL(YAML_ERR_EMPTY, "The current sequence branch is empty.");
+    if (uiIndex == YAML_INDEX_NONE)
+        return FIND_FAIL(YAML_ERR_INDEX, "The array index has not been specified.");
+    YamlListNode *pstElement = EntryAt(stSeq, uiIndex);
+    if (pstElement != nullptr && !IsNode(*pstElement)) {
+        YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM, "Can't find the node with the index: %u", uiIndex);
+        return nullptr;
+    }
+    return pstElement;
 }
 
-// What one plain component leads to from a node; a key stands for its value.
-YamlListNode *PlainStep(YamlListNode &stNode, const PlainComponent &stComponent) noexcept
+YamlListNode *FindInMap(const YamlList &stKeys, std::string_view svName, uint32_t uiIndex) noexcept
 {
-    const bool bIndex = stComponent.uiIndex != YAML_INDEX_NONE;
-    YamlListNode *pstIn = stNode.uiDataType == YAML_DATATYPE_SCALAR ? FirstChild(stNode) : &stNode;
-    if (stComponent.svName.empty() && pstIn != &stNode) // "[2]" right behind a key's '.'
+    if (ListIsEmpty(stKeys)) {
+        YAML_NOTE(YAML_OK, "The current map branch is empty.");
         return nullptr;
-    if (pstIn != nullptr && pstIn->uiDataType == YAML_DATATYPE_MAP && !stComponent.svName.empty()) {
-        YamlListNode *pstKey = KeyWithText(pstIn->stChildList, WantedKey(stComponent.svName));
-        if (pstKey == nullptr || !bIndex)
-            return pstKey;
-        pstIn = FirstChild(*pstKey);
     }
-    if (pstIn == nullptr || pstIn->uiDataType != YAML_DATATYPE_SEQ || !bIndex)
-        return nullptr;
-    YamlListNode *pstElement = EntryAt(*pstIn, stComponent.uiIndex);
+    YamlListNode *pstKey = KeyWithText(stKeys, WantedKey(svName));
+    if (pstKey == nullptr || uiIndex == YAML_INDEX_NONE)
+        return pstKey;
+    const YamlListNode *pstValue = FirstChild(*pstKey);
+    if (pstValue == nullptr)
+        return FIND_FAIL(YAML_ERR_EMPTY, "The child list is empty when find property in map list.");
+    if (pstKey->uiNextLevelType != YAML_DATATYPE_SEQ)
+        return FIND_FAIL(YAML_ERR_NODE_TYPE,
+                         "The next node type is not sequence when find property in map list. (Type=%u, Key=%.*s)",
+                         pstKey->uiNextLevelType, static_cast<int>(svName.size()), svName.data());
+    YamlListNode *pstElement = EntryAt(*pstValue, uiIndex);
     return pstElement != nullptr && IsNode(*pstElement) ? pstElement : nullptr;
 }
 
-// Most paths: no escape, no brace, and something there. They are read where they stand, in one pass. NULL for any
-// other, which is looked up, and refused, with all the rules.
-YamlListNode *PlainFind(YamlHandle &stHandle, const char *pcPath, uint32_t *puiIndexed) noexcept
+YamlListNode *FindInScalar(YamlListNode &stScalar, std::string_view svName, uint32_t uiIndex) noexcept
 {
-    YamlListNode *pstNode = FirstChild(stHandle.stRoot);
-    if (pstNode == nullptr || (pstNode->uiDataType == YAML_DATATYPE_SEQ && *pcPath != '['))
+    if (!HasChildren(stScalar))
+        return FIND_FAIL(YAML_ERR_EMPTY, "There is not any data below this branch. (NodeData=%s)", stScalar.pcValue);
+    YamlListNode *pstValue = FirstChild(stScalar);
+    if (pstValue == nullptr)
         return nullptr;
-    PlainComponent stComponent = {{}, YAML_INDEX_NONE, pcPath};
-    do {
-        if (!PlainComponentRead(stComponent.pcNext, stComponent))
-            return nullptr;
-        pstNode = PlainStep(*pstNode, stComponent);
-    } while (pstNode != nullptr && *stComponent.pcNext != '\0');
-    *puiIndexed = stComponent.uiIndex != YAML_INDEX_NONE ? 1 : 0;
-    return pstNode;
+    switch (stScalar.uiNextLevelType) {
+    case YAML_DATATYPE_MAP:
+        return FindInMap(pstValue->stChildList, svName, uiIndex);
+    case YAML_DATATYPE_SEQ:
+        return FindInSeq(*pstValue, uiIndex);
+    default: // a path may end on a scalar value whose text it names
+        return svName == pstValue->pcValue ? pstValue : nullptr;
+    }
+}
+
+// What one component names from a node.
+YamlListNode *Find(YamlListNode &stNode, std::string_view svName, uint32_t uiIndex) noexcept
+{
+    switch (stNode.uiDataType) {
+    case YAML_DATATYPE_MAP:
+        return FindInMap(stNode.stChildList, svName, uiIndex);
+    case YAML_DATATYPE_SEQ:
+        return FindInSeq(stNode, uiIndex);
+    case YAML_DATATYPE_SCALAR:
+        return FindInScalar(stNode, svName, uiIndex);
+    default:
+        return FIND_FAIL(YAML_ERR_PARAM, "Unknown data type.");
+    }
 }
 
 // Reads the index of a leading chain, of which pcDigits is the first character; the number of digits, 0 if rejected.
@@ -102,8 +131,6 @@ uint32_t LeadingIndexGet(char *pcDigits, uint32_t *puiIndex) noexcept
 
 YamlListNode *yaml_NodeGetByKey(YamlHandle *pstHandle, uint32_t *puiIndexed, const char *pcKeyFormat, va_list stArgs)
 {
-    if (YamlListNode *pstFound = IsPathItself(pcKeyFormat) ? PlainFind(*pstHandle, pcKeyFormat, puiIndexed) : nullptr)
-        return pstFound;
     char acPath[YAML_KEY_BUF_SIZE];
     if (!PathFormat(acPath, pcKeyFormat, stArgs))
         return FIND_FAIL(YAML_ERR_BUF, "The input key is too long to format.");
@@ -112,12 +139,10 @@ YamlListNode *yaml_NodeGetByKey(YamlHandle *pstHandle, uint32_t *puiIndexed, con
 
 YamlListNode *yaml_NodeFind(YamlHandle *pstHandle, char *pcKeyPath, uint32_t uiKeyLen, uint32_t *puiIndexed)
 {
-    YamlListNode *pstFound = PlainFind(*pstHandle, pcKeyPath, puiIndexed);
-    if (pstFound != nullptr)
-        return pstFound;
     YamlListNode &stRoot = pstHandle->stRoot;
     YamlListNode *pstTop = FirstChild(stRoot);
     uint32_t uiIndexed = 0;
+    YamlListNode *pstFound = nullptr;
     if (stRoot.uiDataType == YAML_DATATYPE_MAP && pstTop != nullptr) {
         pstFound = yaml_NodeFindByKey(pstTop, pcKeyPath, uiKeyLen, &uiIndexed);
     } else if (pcKeyPath[0] != '[') {
@@ -134,22 +159,22 @@ YamlListNode *yaml_NodeFind(YamlHandle *pstHandle, char *pcKeyPath, uint32_t uiK
 
 YamlListNode *yaml_NodeFindByKey(YamlListNode *pstNode, char *pcKeyPath, uint32_t uiKeyLen, uint32_t *puiIndexed)
 {
-    uint32_t uiParsedLen = 0;
-    for (;;) {
-        char acName[YAML_KEY_BUF_SIZE];
-        acName[0] = '\0';
-        uint32_t uiIndex = YAML_INDEX_NONE;
+    char acName[YAML_KEY_BUF_SIZE];
+    for (uint32_t uiParsedLen = 0;;) {
         if (uiParsedLen + 1 >= uiKeyLen)
             return FIND_FAIL(YAML_ERR_KEY, "The length of key is 0.");
-        if (yaml_KeyParse(pcKeyPath + uiParsedLen, sizeof(acName), acName, &uiParsedLen, &uiIndex) < 0)
+        PathComponent stComponent;
+        if (!ComponentRead(pcKeyPath, acName, uiParsedLen, stComponent))
             return nullptr;
-        if (uiIndex != YAML_INDEX_NONE && acName[0] == '\0' && pstNode->uiDataType != YAML_DATATYPE_SEQ)
+        const auto [svName, uiIndex] = stComponent;
+        if (uiIndex != YAML_INDEX_NONE && svName.empty() && pstNode->uiDataType != YAML_DATATYPE_SEQ)
             return FIND_FAIL(YAML_ERR_NODE_TYPE,
                              "The current node is not sequence node but the sequence index is %u. (DataType=%u)",
                              uiIndex, pstNode->uiDataType);
-        pstNode = yaml_PropertyFind(pstNode, acName, uiIndex);
+        pstNode = Find(*pstNode, svName, uiIndex);
         if (pstNode == nullptr) {
-            YAML_LOG(YAML_LOG_WARN, YAML_ERR_NOT_FOUND, "Can not find the yaml node with key. (Key=%s)", acName);
+            YAML_LOG(YAML_LOG_WARN, YAML_ERR_NOT_FOUND, "Can not find the yaml node with key. (Key=%.*s)",
+                     static_cast<int>(svName.size()), svName.data());
             return nullptr;
         }
         if (uiParsedLen == uiKeyLen) {
@@ -168,7 +193,7 @@ YamlListNode *yaml_SeqNodeFindByKey(YamlListNode *pstNode, char *pcKeyPath, uint
         if (uiDigits == 0)
             return nullptr;
         *puiRemainLen -= uiDigits + 1;
-        YamlListNode *pstElement = yaml_PropertyFindInSeqList(pstNode, uiIndex);
+        YamlListNode *pstElement = FindInSeq(*pstNode, uiIndex);
         if (pstElement == nullptr)
             return FIND_FAIL(YAML_ERR_NOT_FOUND, "Can't find the specified value. (Index=%u)", uiIndex);
         char *pcBehind = pcKeyPath + uiDigits + 1;
@@ -193,65 +218,20 @@ YamlListNode *yaml_SeqNodeFindByKey(YamlListNode *pstNode, char *pcKeyPath, uint
 
 YamlListNode *yaml_PropertyFind(YamlListNode *pstNode, const char *pcKeyName, uint32_t uiIndex)
 {
-    switch (pstNode->uiDataType) {
-    case YAML_DATATYPE_MAP:
-        return yaml_PropertyFindInMapList(&pstNode->stChildList, pcKeyName, uiIndex);
-    case YAML_DATATYPE_SEQ:
-        return yaml_PropertyFindInSeqList(pstNode, uiIndex);
-    case YAML_DATATYPE_SCALAR:
-        return yaml_PropertyFindInScalarNode(pstNode, pcKeyName, uiIndex);
-    default:
-        return FIND_FAIL(YAML_ERR_PARAM, "Unknown data type.");
-    }
+    return Find(*pstNode, pcKeyName, uiIndex);
 }
 
 YamlListNode *yaml_PropertyFindInMapList(const YamlList *pstHead, const char *pcKeyName, uint32_t uiIndex)
 {
-    if (ListIsEmpty(*pstHead)) {
-        YAML_NOTE(YAML_OK, "The current map branch is empty.");
-        return nullptr;
-    }
-    YamlListNode *pstKey = KeyWithText(*pstHead, WantedKey(pcKeyName));
-    if (pstKey == nullptr || uiIndex == YAML_INDEX_NONE)
-        return pstKey;
-    const YamlListNode *pstValue = FirstChild(*pstKey);
-    if (pstValue == nullptr)
-        return FIND_FAIL(YAML_ERR_EMPTY, "The child list is empty when find property in map list.");
-    if (pstKey->uiNextLevelType != YAML_DATATYPE_SEQ)
-        return FIND_FAIL(YAML_ERR_NODE_TYPE,
-                         "The next node type is not sequence when find property in map list. (Type=%u, Key=%s)",
-                         pstKey->uiNextLevelType, pcKeyName);
-    YamlListNode *pstElement = EntryAt(*pstValue, uiIndex);
-    return pstElement != nullptr && IsNode(*pstElement) ? pstElement : nullptr;
+    return FindInMap(*pstHead, pcKeyName, uiIndex);
 }
 
 YamlListNode *yaml_PropertyFindInSeqList(YamlListNode *pstNode, uint32_t uiIndex)
 {
-    if (!HasChildren(*pstNode))
-        return FIND_FAIL(YAML_ERR_EMPTY, "The current sequence branch is empty.");
-    if (uiIndex == YAML_INDEX_NONE)
-        return FIND_FAIL(YAML_ERR_INDEX, "The array index has not been specified.");
-    YamlListNode *pstElement = EntryAt(*pstNode, uiIndex);
-    if (pstElement != nullptr && !IsNode(*pstElement)) {
-        YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM, "Can't find the node with the index: %u", uiIndex);
-        return nullptr;
-    }
-    return pstElement;
+    return FindInSeq(*pstNode, uiIndex);
 }
 
 YamlListNode *yaml_PropertyFindInScalarNode(YamlListNode *pstNode, const char *pcKeyName, uint32_t uiIndex)
 {
-    if (!HasChildren(*pstNode))
-        return FIND_FAIL(YAML_ERR_EMPTY, "There is not any data below this branch. (NodeData=%s)", pstNode->pcValue);
-    YamlListNode *pstValue = FirstChild(*pstNode);
-    if (pstValue == nullptr)
-        return nullptr;
-    switch (pstNode->uiNextLevelType) {
-    case YAML_DATATYPE_MAP:
-        return yaml_PropertyFindInMapList(&pstValue->stChildList, pcKeyName, uiIndex);
-    case YAML_DATATYPE_SEQ:
-        return yaml_PropertyFindInSeqList(pstValue, uiIndex);
-    default: // a path may end on a scalar value whose text it names
-        return strcmp(pstValue->pcValue, pcKeyName) == 0 ? pstValue : nullptr;
-    }
+    return FindInScalar(*pstNode, pcKeyName, uiIndex);
 }

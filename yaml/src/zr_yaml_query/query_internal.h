@@ -23,14 +23,14 @@ extern ZR_LogModule YamlLogModule;
     return cChar >= '0' && cChar <= '9';
 }
 
-// A component of a path that can be read where it stands.
-struct PlainComponent {
+struct PathComponent {
     std::string_view svName; // empty: an index alone
     uint32_t uiIndex;        // YAML_INDEX_NONE: none
-    const char *pcNext;      // the next component, or the end of the path
 };
-// Reads the component at the front of a path; false if it takes the rules of yaml_KeyParse.
-[[nodiscard]] bool PlainComponentRead(const char *pcPath, PlainComponent &stComponent) noexcept;
+// Reads the component of a path that begins at the parsed length, and adds to it. A plain one stays where it is; any
+// other goes to the name buffer by yaml_KeyParse. False if it is rejected (logged).
+[[nodiscard]] bool ComponentRead(char *pcKeyPath, char (&acName)[YAML_KEY_BUF_SIZE], uint32_t &uiParsedLen,
+                                 PathComponent &stComponent) noexcept;
 
 } // namespace zryaml::query
 
