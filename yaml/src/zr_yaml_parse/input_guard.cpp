@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The guard looks at bytes, not characters: zero bytes are passed over, so that it reads UTF-16 as well, and a byte
-// that may end a line break of YAML 1.1 (also NEL, LS, PS or a byte order mark) is taken for one.
+// Looking for directives the guard sees bytes, not characters: zero bytes are passed over, so that it reads UTF-16 as
+// well, and a byte that may end a line break of YAML 1.1 (also NEL, LS, PS or a byte order mark) is taken for one.
 #include "input_guard.h"
 
 #include <cstring>
@@ -39,8 +39,10 @@ int InputGuard::Read(void *pGuard, unsigned char *pucBuffer, size_t ulSize, size
 
 uint32_t InputGuard::Check(const unsigned char *pucText, size_t ulLength) noexcept
 {
-    if (m_ulBytes == 0 && ulLength > 0)
+    if (m_ulBytes == 0 && ulLength > 0) { // by the byte order mark
         m_bUtf16 = pucText[0] >= 0xFE;
+        m_bBigEndian = pucText[0] == 0xFE;
+    }
     m_ulBytes += ulLength;
     if (m_ulBytes > m_stLimits.ulFileBytes) {
         const uint32_t uiCode = YAML_FAIL(YAML_ERR_NOMEM, "The file is too large. (Limit=%zu)",
@@ -65,25 +67,47 @@ uint32_t InputGuard::Check(const unsigned char *pucText, size_t ulLength) noexce
     return YAML_OK;
 }
 
-// Whether a byte may be one of a blank or a line break; the runs in question hold nothing else.
-bool InputGuard::IsBlank(unsigned char ucByte) const noexcept
+// Whether a byte belongs to a blank or a line break of YAML 1.1, by the bytes around it; at the border of a part,
+// whether it may.
+bool InputGuard::IsBlank(const unsigned char *pucText, size_t ulLength, size_t ulAt) const noexcept
 {
-    switch (ucByte) {
+    const auto Is = [=](size_t ul, auto... Bytes) { return ul >= ulLength || ((pucText[ul] == Bytes) || ...); };
+    if (m_bUtf16)
+        return IsBlankUnit(pucText, ulLength, ulAt);
+    switch (pucText[ulAt]) {
     case ' ':
     case '\t':
     case '\n':
     case '\r':
-    case 0:
-    case 0xC2: // NEL, LS and PS in UTF-8
+        return true;
+    case 0xC2: // NEL is C2 85, LS and PS are E2 80 A8 and E2 80 A9; before the first byte stands number -1
+        return Is(ulAt + 1, 0x85);
     case 0x85:
+        return Is(ulAt - 1, 0xC2);
     case 0xE2:
+        return Is(ulAt + 1, 0x80) && Is(ulAt + 2, 0xA8, 0xA9);
     case 0x80:
+        return Is(ulAt - 1, 0xE2) && Is(ulAt + 1, 0xA8, 0xA9);
     case 0xA8:
     case 0xA9:
+        return Is(ulAt - 1, 0x80);
+    default:
+        return false;
+    }
+}
+
+// The same for UTF-16, where two bytes that begin at an even place of the file are a unit.
+bool InputGuard::IsBlankUnit(const unsigned char *pucText, size_t ulLength, size_t ulAt) const noexcept
+{
+    const size_t ulUnit = ulAt - (m_ulBytes - ulLength + ulAt) % 2; // beyond the end if it began in the part before
+    if (ulUnit >= ulLength || ulUnit + 1 == ulLength)
         return true;
-    case 0x28: // LS and PS in UTF-16
-    case 0x29:
-        return m_bUtf16;
+    const unsigned char ucLow = pucText[ulUnit + (m_bBigEndian ? 1 : 0)];
+    switch (pucText[ulUnit + (m_bBigEndian ? 0 : 1)]) {
+    case 0x00:
+        return ucLow == ' ' || ucLow == '\t' || ucLow == '\n' || ucLow == '\r' || ucLow == 0x85;
+    case 0x20:
+        return ucLow == 0x28 || ucLow == 0x29;
     default:
         return false;
     }
@@ -93,13 +117,13 @@ bool InputGuard::IsBlank(unsigned char ucByte) const noexcept
 uint64_t InputGuard::BlanksScan(const unsigned char *pucText, size_t ulLength) noexcept
 {
     size_t ulLeading = 0;
-    while (ulLeading < ulLength && IsBlank(pucText[ulLeading]))
+    while (ulLeading < ulLength && IsBlank(pucText, ulLength, ulLeading))
         ++ulLeading;
     m_ulBlanks += ulLeading;
     if (ulLeading == ulLength)
         return 0;
     uint64_t ulTrailing = 0;
-    while (IsBlank(pucText[ulLength - 1 - ulTrailing]))
+    while (IsBlank(pucText, ulLength, ulLength - 1 - ulTrailing))
         ++ulTrailing;
     return std::exchange(m_ulBlanks, ulTrailing);
 }

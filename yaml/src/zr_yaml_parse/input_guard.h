@@ -24,7 +24,8 @@ public:
 private:
     static int Read(void *pGuard, unsigned char *pucBuffer, size_t ulSize, size_t *pulRead) noexcept;
     [[nodiscard]] uint64_t BlanksScan(const unsigned char *pucText, size_t ulLength) noexcept;
-    [[nodiscard]] bool IsBlank(unsigned char ucByte) const noexcept;
+    [[nodiscard]] bool IsBlank(const unsigned char *pucText, size_t ulLength, size_t ulAt) const noexcept;
+    [[nodiscard]] bool IsBlankUnit(const unsigned char *pucText, size_t ulLength, size_t ulAt) const noexcept;
     void DirectivesScan(const unsigned char *pucText, size_t ulLength) noexcept;
     [[nodiscard]] const unsigned char *DirectiveSkip(const unsigned char *puc, const unsigned char *pucEnd) noexcept;
     [[nodiscard]] bool IsLineStart(unsigned char ucBefore) const noexcept;
@@ -41,6 +42,7 @@ private:
     size_t m_ulDirective = 0;        // bytes of the directive at hand, 0 outside
     unsigned char m_ucBefore = '\n'; // the last byte of the part before
     bool m_bUtf16 = false;
+    bool m_bBigEndian = false;
 };
 
 } // namespace zryaml::parse
