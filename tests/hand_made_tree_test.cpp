@@ -366,6 +366,25 @@ TEST_F(HandMade, MergeTakesTheAnchorOfItsKeyIfThereIsARecord)
     EXPECT_STREQ(pstCurrent->pcValue, "v");
 }
 
+TEST_F(HandMade, ElementsAreNumberedWhenOthersComeAndGo)
+{
+    YamlListNode *pstList = Seq({Scalar("x"), Scalar("y"), Scalar("z")});
+    const auto Paths = [&] {
+        std::string text;
+        for (const YamlListNode &stElement : Children(*pstList)) {
+            char acPath[16];
+            (void)ZRYAML_ValuePathGet(&stElement, sizeof(acPath), acPath);
+            text += stElement.pcValue + std::string(acPath);
+        }
+        return text;
+    };
+    yaml_ListNodeFree(FirstChild(*pstList));
+    EXPECT_EQ(Paths(), "y[0]z[1]");
+    YamlListNode *pstSource = Seq({Scalar("p"), Scalar("q")});
+    EXPECT_EQ(yaml_SequenceAnchorCopy(pstHandle, FirstChild(*pstList), pstSource, 0), YAML_OK);
+    EXPECT_EQ(Paths(), "y[0]p[1]q[2]z[3]");
+}
+
 TEST_F(HandMade, LookupsOnBrokenNodes)
 {
     YamlListNode *pstTextless = yaml_ListNodeAlloc(pstHandle), *pstKey = Scalar("k");

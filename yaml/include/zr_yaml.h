@@ -124,7 +124,7 @@ typedef struct YamlListNode {
     uint32_t uiState;  /**< bits for being open, anchored, read, and for where its memory comes from */
     union {
         uint32_t uiNumber;   /**< of an element in its sequence, from 0 */
-        uint32_t uiTextMark; /**< of a key: what tells its text from most others; 0 if not known */
+        uint32_t uiTextMark; /**< of any other scalar: what tells its text from most others; 0 if not known */
     } uPlace;
     union {
         struct YamlKeyIndex *pstKeyIndex; /**< map node that is open and has many keys: its keys by text */
@@ -271,9 +271,9 @@ ZRYAML_API YamlHandle *ZRYAML_TextLoad(const char *pcText, size_t ulLength, cons
  *
  * A load that exceeds a limit fails: depth "The collections are nested too deep. (Depth=%u)" (0x1900000B), directives
  * "There are too many directives. (Limit=%u)" (0x1900000B; one of more than 1024 bytes is refused always, and so are
- * more than 16384 blanks and line breaks in a row with something behind them, "There are too many blanks in a row.
- * (Limit=%zu)"), bytes of a file "The file is too large. (Limit=%zu)" (12), bytes of copies "The alias expansion is too
- * large. (Alias=%s)" (12); the hint of the error record names the limit.
+ * more than 16384 bytes of blanks and line breaks in a row with something behind them, "There are too many blanks in a
+ * row. (Limit=%zu)"), bytes of a file "The file is too large. (Limit=%zu)" (12), bytes of copies "The alias expansion
+ * is too large. (Alias=%s)" (12); the hint of the error record names the limit.
  *
  * @param pstLimits  All limits; start from ZRYAML_LimitsGet.
  * @return 0; 22 if pstLimits is NULL or uiDepth is not 1 to 512 (logged, nothing changes).
@@ -544,7 +544,7 @@ ZRYAML_API YamlListNode *yaml_ListNodeAlloc(YamlHandle *pstHandle);
 /** Takes a node out of all its lists and releases it with its text; its children stay, with no father. */
 ZRYAML_API void yaml_ListNodeFree(YamlListNode *pstNode);
 /** @return A copy of the text from the pool, counted in uiMemSize if uiCountFlag is 1; NULL if out of memory or if
- *  the text has 4 GiB or more (logged, 12). */
+ *  the text has 4 GiB or more (logged, 12). A counted one belongs to its node, any other to the caller. */
 ZRYAML_API char *yaml_ValueDup(YamlHandle *pstHandle, uint32_t uiCountFlag, const char *pcText);
 /** @return A new scalar node with a copy of the text, in no tree position yet; NULL if out of memory (logged). */
 ZRYAML_API YamlListNode *yaml_ScalarNodeCreate(YamlHandle *pstHandle, const char *pcText);

@@ -13,8 +13,8 @@ namespace zryaml {
 // Bits of YamlListNode::uiState.
 constexpr uint32_t NODE_OPEN = 1U;     // a collection whose end event has not come
 constexpr uint32_t NODE_ANCHORED = 2U; // an anchor in the file names the node
-constexpr uint32_t NODE_STORED = 8U;   // record and text lie in a block of the document, and go with it
 constexpr uint32_t NODE_READ = 4U;     // a key whose value, or something below it, has been handed out
+constexpr uint32_t NODE_STORED = 8U;   // record and text lie in a block of the document, and go with it
 
 constexpr void ListInit(YamlList &stHead) noexcept
 {
@@ -71,7 +71,7 @@ enum class NodeLink : size_t { // the value is the link's offset in its record
 constexpr size_t MarkLengthMax = 127; // stands for all lengths from there on
 
 // Length and last characters of a text, by which most keys of a map are told apart without a look at their texts. Never
-// 0, which a key has that was made by hand.
+// 0, which a key has that was made by hand; any other has its text.
 [[nodiscard]] constexpr uint32_t TextMarkOf(std::string_view svText) noexcept
 {
     const size_t ulLength = svText.size();

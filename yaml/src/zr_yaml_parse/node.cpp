@@ -6,7 +6,7 @@
 
 namespace {
 
-// The text of a node stays as long as its document; any other, which is not counted, has a block of its own.
+// Texts of nodes are counted and go with their document; any other may go earlier and has a block of its own.
 char *TextTake(YamlHandle &stHandle, uint32_t uiCountFlag, uint32_t uiSize) noexcept
 {
     void *pText = uiCountFlag == 1 ? StoreTake(stHandle, uiSize) : ZR_MemAlloc(uiSize, yaml_MemHandleGet());
@@ -85,6 +85,8 @@ void yaml_ListNodeFree(YamlListNode *pstNode)
     ListRemove(pstNode->stAllocLink);
     ListRemove(pstNode->stChildLink);
     ListRemove(pstNode->stSeqLink);
+    if (pstNode->pstFather != nullptr && pstNode->pstFather->uiDataType == YAML_DATATYPE_SEQ)
+        ElementsNumber(*pstNode->pstFather);
     NodeRelease(*pstNode);
 }
 

@@ -151,5 +151,7 @@ uint32_t yaml_SequenceAnchorCopy(YamlHandle *pstHandle, YamlListNode *pstDstNode
         if (ContentCopy(*pstHandle, *pstCopy, stItem) != YAML_OK)
             return YAML_ERR_NOMEM;
     }
+    if (uiFirstFlag != 1)
+        ElementsNumber(*pstDstNode->pstFather);
     return YAML_OK;
 }

@@ -2,12 +2,11 @@
 // The rarer steps of placing nodes.
 #include "parse_internal.h"
 
-void zryaml::parse::ElementsNumber(const YamlListNode &stElement) noexcept
+void zryaml::parse::ElementsNumber(const YamlListNode &stSeq) noexcept
 {
-    uint32_t uiNumber = stElement.uPlace.uiNumber;
-    const YamlList *pstHead = &stElement.pstFather->stChildList;
-    for (const YamlList *pstLink = stElement.stSeqLink.next; pstLink != pstHead; pstLink = pstLink->next)
-        NodeOf(pstLink, NodeLink::Seq)->uPlace.uiNumber = ++uiNumber;
+    uint32_t uiNumber = 0;
+    for (YamlListNode &stElement : Children(stSeq))
+        stElement.uPlace.uiNumber = uiNumber++;
 }
 
 void zryaml::parse::ChildrenDetach(YamlListNode &stFather) noexcept

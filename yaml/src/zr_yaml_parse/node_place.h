@@ -25,17 +25,15 @@ inline void ChildAppend(YamlListNode &stFather, YamlListNode &stChild) noexcept
     ListInsertAfter(*stFather.stChildList.prev, LinkIn(stFather, stChild));
 }
 
-// Numbers the elements behind one by it.
-void ElementsNumber(const YamlListNode &stElement) noexcept;
+// Numbers the elements of a sequence anew, after one went or came that was not the last.
+void ElementsNumber(const YamlListNode &stSeq) noexcept;
 
-// Hangs a node right after another one, below the same father.
+// Hangs a node right after another one, below the same father. Elements are not numbered.
 inline void ChildInsertAfter(YamlListNode &stPrevious, YamlListNode &stChild) noexcept
 {
     YamlListNode &stFather = *stPrevious.pstFather;
     stChild.pstFather = &stFather;
     ListInsertAfter(LinkIn(stFather, stPrevious), LinkIn(stFather, stChild));
-    if (stFather.uiDataType == YAML_DATATYPE_SEQ)
-        ElementsNumber(stPrevious);
 }
 
 // Takes all children off a node; their links and fathers no longer reach it.

@@ -18,11 +18,15 @@ constexpr uint32_t FirstBlockSize = 1024;
 #endif
 constexpr uint32_t LastBlockSize = 8192;
 
+// A block of the pool, which takes sizes of 32 bits; NULL if there is none.
+[[nodiscard]] void *BlockTake(size_t ulSize) noexcept
+{
+    return ulSize <= UINT32_MAX ? ZR_MemAlloc(static_cast<uint32_t>(ulSize), yaml_MemHandleGet()) : nullptr;
+}
+
 [[nodiscard]] char *BlockAdd(YamlHandle &stHandle, size_t ulSize) noexcept
 {
-    if (ulSize > UINT32_MAX)
-        return nullptr;
-    auto *pstBlock = static_cast<YamlStoreBlock *>(ZR_MemAlloc(static_cast<uint32_t>(ulSize), yaml_MemHandleGet()));
+    auto *pstBlock = static_cast<YamlStoreBlock *>(BlockTake(ulSize));
     if (pstBlock == nullptr)
         return nullptr;
     pstBlock->pstOlder = stHandle.stStore.pstBlocks;
@@ -55,7 +59,7 @@ void *zryaml::parse::StoreGrow(YamlHandle &stHandle, size_t ulBytes) noexcept
 {
     auto &stStore = stHandle.stStore;
     if (!StoreIsOpen(stHandle))
-        return ulBytes <= UINT32_MAX ? ZR_MemAlloc(static_cast<uint32_t>(ulBytes), yaml_MemHandleGet()) : nullptr;
+        return BlockTake(ulBytes);
     const uint32_t uiBlockSize = stStore.uiBlockSize;
     const size_t ulPiece = PieceSizeOf(ulBytes);
     if (ulPiece > uiBlockSize / 4)

@@ -31,8 +31,8 @@ struct SameKeys { // the keys of one map that have a certain text
 };
 // Finds the keys of a map with a text, at the same cost however many keys it has. 12 if out of memory (logged).
 [[nodiscard]] uint32_t KeysFind(YamlListNode &stMap, const char *pcText, SameKeys &stFound) noexcept;
-// Hangs a key into a map, right after a key or, with a NULL one, as the first; ulHash as KeysFind
-// gave it, or 0. 12 if out of memory (logged).
+// Hangs a key into a map, right after a key or, with a NULL one, as the first. ulHash is the one of KeysFind, or 0. 12
+// if out of memory (logged).
 [[nodiscard]] uint32_t KeyInsert(YamlListNode &stMap, YamlListNode *pstPrevious, YamlListNode &stKey,
                                  uint64_t ulHash) noexcept;
 // Takes a key out of a map and releases it.

@@ -3,7 +3,7 @@
 // linear probing in one block of the pool. The hash is keyed with a secret of the process, so that no file can be
 // written whose texts collide.
 //
-// Callers bring the hash of the text along, as most of them need it twice.
+// Where a text is searched and then put in, the caller brings its hash along.
 //
 // Invariants: 1. the capacity is a power of two, or 0 without a block; 2. at most half of the slots are used; 3.
 // between a record's own slot and the one it is in, no slot is free.
@@ -96,9 +96,9 @@ private:
     [[nodiscard]] bool Grow(uint64_t ulCapacity) noexcept
     {
         const uint64_t ulBytes = ulCapacity * sizeof(Slot);
-        if (ulBytes > UINT32_MAX)
-            return false;
-        auto *pstSlots = static_cast<Slot *>(ZR_MemAlloc(static_cast<uint32_t>(ulBytes), yaml_MemHandleGet()));
+        const bool bSized = ulBytes <= UINT32_MAX;
+        void *pSlots = bSized ? ZR_MemAlloc(static_cast<uint32_t>(ulBytes), yaml_MemHandleGet()) : nullptr;
+        auto *pstSlots = static_cast<Slot *>(pSlots);
         if (pstSlots == nullptr)
             return false;
         memset(static_cast<void *>(pstSlots), 0, ulBytes);
