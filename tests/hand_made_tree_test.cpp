@@ -385,6 +385,20 @@ TEST_F(HandMade, ElementsAreNumberedWhenOthersComeAndGo)
     EXPECT_EQ(Paths(), "y[0]p[1]q[2]z[3]");
 }
 
+TEST_F(HandMade, LookupsOfOneComponent)
+{
+    YamlListNode *pstList = Seq({Scalar("x"), Scalar("y")});
+    YamlListNode *pstMap = Map({Hang(Scalar("l"), {pstList}), Hang(Scalar("s"), {Scalar("v")})});
+    YamlListNode *pstKey = yaml_PropertyFind(pstMap, "s", YAML_INDEX_NONE);
+    ASSERT_NE(pstKey, nullptr);
+    EXPECT_STREQ(pstKey->pcValue, "s");
+    EXPECT_EQ(yaml_PropertyFindInMapList(&pstMap->stChildList, "l", 1), yaml_PropertyFindInSeqList(pstList, 1));
+    EXPECT_EQ(Below(*pstList), "xy");
+    EXPECT_STREQ(yaml_PropertyFindInSeqList(pstList, 1)->pcValue, "y");
+    EXPECT_EQ(yaml_PropertyFindInScalarNode(pstKey, "v", YAML_INDEX_NONE), FirstChild(*pstKey));
+    EXPECT_EQ(yaml_PropertyFindInScalarNode(pstKey, "w", YAML_INDEX_NONE), nullptr);
+}
+
 TEST_F(HandMade, LookupsOnBrokenNodes)
 {
     YamlListNode *pstTextless = yaml_ListNodeAlloc(pstHandle), *pstKey = Scalar("k");
