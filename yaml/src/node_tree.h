@@ -75,10 +75,11 @@ constexpr size_t MarkLengthMax = 127; // stands for all lengths from there on
 [[nodiscard]] constexpr uint32_t TextMarkOf(std::string_view svText) noexcept
 {
     const size_t ulLength = svText.size();
-    auto uiMark = static_cast<uint32_t>(ulLength < MarkLengthMax ? ulLength : MarkLengthMax) << 1 | 1;
-    for (size_t ul = 1; ul <= 3; ++ul)
-        uiMark = uiMark << 8 | (ul <= ulLength ? static_cast<unsigned char>(svText[ulLength - ul]) : 0U);
-    return uiMark;
+    uint32_t uiEnd = 0;
+    for (size_t ul = ulLength < 3 ? 0 : ulLength - 3; ul < ulLength; ++ul)
+        uiEnd = uiEnd << 8 | static_cast<unsigned char>(svText[ul]);
+    const auto uiLength = static_cast<uint32_t>(ulLength < MarkLengthMax ? ulLength : MarkLengthMax);
+    return uiLength << 25 | 1U << 24 | uiEnd;
 }
 
 class WantedKey { // a text that a key is searched by
