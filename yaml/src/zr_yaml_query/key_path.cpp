@@ -86,8 +86,7 @@ const char *PlainRead(const char *pcText, PathComponent &stComponent) noexcept
         pcEnd = PlainIndexRead(pcEnd, stComponent.uiIndex);
     else if (pcEnd == pcText)
         return nullptr;
-    const bool bIndex = stComponent.uiIndex != YAML_INDEX_NONE;
-    return pcEnd != nullptr && (*pcEnd == '.' || *pcEnd == '\0' || (*pcEnd == '[' && bIndex)) ? pcEnd : nullptr;
+    return pcEnd != nullptr && (*pcEnd == '.' || *pcEnd == '[' || *pcEnd == '\0') ? pcEnd : nullptr;
 }
 
 } // namespace
