@@ -413,7 +413,7 @@ private:
         std::istringstream words(argument);
         Base().bKeepNotes = false;
         if (name == "doc")
-            return DocumentSet(TextLoad(argument)) && Base().log.empty();
+            return DocumentSet(TextLoad(argument)) && Base().log.empty() && TreeCheck(*m_pstHandle).empty();
         if (name == "switch") {
             uint32_t uiSwitch = 0;
             words >> uiSwitch;

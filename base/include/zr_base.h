@@ -152,9 +152,9 @@ ZR_API void ZR_LogWrite(ZR_LogModule *pstModule, uint32_t uiLevel, uint32_t uiCo
 ZR_API uint32_t ZR_LogSinkSet(ZR_LogSink pfnSink, void *pContext);
 
 /**
- * Sets the least level that is written, for every sink. Before the first call it is ZR_LOG_WARNING, or what the
- * environment variable SPDLOG_LEVEL says for the logger "zr" (trace, debug: 0; info, warn: 1; err: 2; critical, off:
- * 3).
+ * Sets the least level that is written, for every sink. Before the first call it is ZR_LOG_WARNING, or, from
+ * ZR_BaseInit on, what the environment variable SPDLOG_LEVEL says for the logger "zr" (trace, debug: 0; info, warn: 1;
+ * err: 2; critical, off: 3).
  *
  * @param uiLevel  Least level, any number.
  */

@@ -6,8 +6,9 @@
  * Rules that always hold:
  *
  * Results    A call returns a code (0 is success, see YAML_ERR_*), a pointer (NULL is failure) or a count (0 also
- *            stands for failure). Every failure is written to the log once, where it is found; what a failing load
- *            or read was about can also be asked for with ZRYAML_LastErrorGet by the thread that made the call.
+ *            stands for failure). A failure is written to the log where it is found, the cause first; calls that
+ *            fail in silence say so. What a failing load or read was about can also be asked for with
+ *            ZRYAML_LastErrorGet by the thread that made the call.
  * Ownership  A YamlHandle owns every node and every text of its document. Texts and nodes handed out belong to it,
  *            are never to be changed or freed, and live until ZRYAML_HandleFree. Iterators belong to the caller.
  * Texts      UTF-8 as libyaml delivers it, quotes and escapes resolved, NUL-terminated, no type conversion: 8080,
@@ -287,8 +288,8 @@ ZRYAML_API void ZRYAML_LimitsGet(YamlLimits *pstLimits);
 /**
  * Tells why the last load or read of the calling thread failed.
  *
- * Set by every failing call of the sections "Load and release", "Reading by key path" and "Diagnosis", cleared by the
- * next one that succeeds; the calls of "Walking" that fail in silence leave it alone. Of a call that logs more than one
+ * Set by every failing call that loads, takes a key path, steps an iterator or diagnoses, cleared by the next one that
+ * succeeds; the calls of "Walking" that fail in silence leave it alone. Of a call that logs more than one
  * record the first, the cause, is kept: a path that finds nothing is 0x19000003, and 0x19000004, 0x19000009 or
  * 0x1900000C where it leads into a scalar, an empty branch, or a sequence without an index.
  *
@@ -377,9 +378,9 @@ ZRYAML_API uint32_t ZRYAML_TypeGet(YamlHandle *pstHandle, const char *pcKeyForma
 /* Walking                                                                                                          */
 /* ---------------------------------------------------------------------------------------------------------------- */
 /*
- * A value is a node of the tree: a scalar, a map or a sequence. The reads below take values, never formats, log nothing
- * and show maps as they read: merged keys with their present values, never a marked key. A NULL value is allowed
- * everywhere and has no children.
+ * A value is a node of the tree: a scalar, a map or a sequence. Reads that take a value log nothing and show maps as
+ * they read: merged keys with their present values, never a marked key. A NULL value is allowed everywhere and has no
+ * children.
  */
 
 /** @return The top map or sequence of a document; NULL for an empty one or a NULL handle. */
@@ -485,7 +486,7 @@ ZRYAML_API void yaml_IteratorDestroy(YamlIterator *pstIter);
  * Sets the process-wide debug switch.
  *
  * @param bSwitch  0 off (the start value); 1 on: loads trace their events and count memory, queries are timed and
- *                 counted; any other value: only timing and ZRYAML_DebugInfoGet.
+ *                 counted, keys are marked as read; any other value: all but the trace and the count of memory.
  */
 ZRYAML_API void ZRYAML_DebugSwitchSet(uint32_t bSwitch);
 
@@ -521,8 +522,8 @@ extern ZRYAML_API const char *const g_pcYAMLInterSubVer;
 extern ZRYAML_API const char *const g_pcYAMLOuterVer;
 
 /* ---------------------------------------------------------------------------------------------------------------- */
-/* Internal operations, exported for tests and tools. They trust their arguments: no pointer may be NULL unless it   */
-/* is said. A result of type uint32_t is a code unless it is said.                                                   */
+/* Internal operations, exported for tests and tools; some serve only those. They trust their arguments: no pointer   */
+/* may be NULL unless it is said. A result of type uint32_t is a code unless it is said.                             */
 /* ---------------------------------------------------------------------------------------------------------------- */
 
 /** @name Platform
@@ -624,7 +625,7 @@ ZRYAML_API void yaml_AnchorRecordEnd(YamlHandle *pstHandle, YamlListNode *pstNod
 ZRYAML_API YamlAnchorNode *yaml_AnchorObjFind(const YamlHandle *pstHandle, const char *pcName);
 /** Releases the records of one anchor list. */
 ZRYAML_API void yaml_AnchorNodesRelease(YamlList *pstHead);
-/** Releases all anchor records of a handle. */
+/** Releases all anchor records of a handle. The name is kept as it was published. */
 ZRYAML_API void yaml_AnchorListRealse(YamlHandle *pstHandle);
 /** Resolves an alias event by a deep copy of the anchored node. */
 ZRYAML_API uint32_t yaml_AliasProcess(const struct yaml_event_s *pstEvent, YamlListNode **ppstCurrNode,

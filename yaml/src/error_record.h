@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The error record of the calling thread. Every public call clears it first; the first log record of a failure fills
-// it, and whoever knows more about the failure adds to it. On success only one thread-local flag is looked at.
+// The error record of the calling thread. Every call that can set it clears it first; the first log record of a failure
+// fills it, and whoever knows more about the failure adds to it. On success only one thread-local flag is looked at.
 #pragma once
 
 #include <cstdint>

@@ -58,6 +58,11 @@ enum class NodeLink : size_t { // the value is the link's offset in its record
     return bSeq ? NodeLink::Seq : NodeLink::Child;
 }
 
+[[nodiscard]] inline const YamlList &LinkOf(const YamlListNode &stNode, NodeLink eLink) noexcept
+{
+    return eLink == NodeLink::Seq ? stNode.stSeqLink : stNode.stChildLink;
+}
+
 [[nodiscard]] inline YamlList &LinkIn(const YamlListNode &stFather, YamlListNode &stChild) noexcept
 {
     return ChildLinkOf(stFather) == NodeLink::Seq ? stChild.stSeqLink : stChild.stChildLink;

@@ -75,8 +75,11 @@ void zryaml::ErrorPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept
 
 void zryaml::ErrorFirstPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept
 {
-    t_stRecord.stInfo.uiFirstLine = uiLine;
-    t_stRecord.stInfo.uiFirstColumn = uiColumn;
+    YamlErrorInfo &stInfo = t_stRecord.stInfo;
+    if (t_bErrorSet && stInfo.uiFirstLine == 0) {
+        stInfo.uiFirstLine = uiLine;
+        stInfo.uiFirstColumn = uiColumn;
+    }
 }
 
 void zryaml::ErrorHintAdd(const char *pcFormat, ...) noexcept

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view g_svDirective = "%TAG";
 constexpr size_t DirectiveMax = 1024; // bytes of one directive; a longer one serves nobody
-constexpr size_t BlanksMax = 16384;   // bytes of a run of blanks and line breaks with something behind it
+constexpr size_t BlanksMax = 16384;   // bytes of a run of blanks and line breaks; libyaml reads parts of so many
 
 // Whether a byte ends the line of a directive, in which only ASCII may stand.
 constexpr bool IsLineEnd(unsigned char ucByte) noexcept

@@ -10,8 +10,8 @@ pthread_mutex_t g_stLock = PTHREAD_MUTEX_INITIALIZER;
 
 YamlLimits g_stLimits = {
     .uiDepth = YAML_EVENT_STACK_SIZE,
-    .uiDirectives = 1000,             // far more than anybody writes, and still parsed in no time
-    .ulFileBytes = uint64_t{1} << 30, // a tree takes 17 times as much, and more for very short texts
+    .uiDirectives = 1000,             // far more than anybody writes, and parsed in less than a second
+    .ulFileBytes = uint64_t{1} << 30, // a tree takes up to 20 times as much, and more for very short texts
     .ulCopyBytes = uint64_t{256} << 20,
 };
 

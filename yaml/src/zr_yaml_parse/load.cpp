@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -186,12 +187,10 @@ YamlHandle *ZRYAML_TextLoad(const char *pcText, size_t ulLength, const char *pcN
 {
     ErrorClear();
     const char *pcKnownAs = pcName != nullptr ? pcName : "";
-    if (pcText == nullptr && ulLength != 0) {
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is null.");
-        return nullptr;
-    }
     YamlHandle *pstHandle = nullptr;
-    if (yaml_MemInit() == YAML_OK)
+    if (pcText == nullptr && ulLength != 0)
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is null.");
+    else if (yaml_MemInit() == YAML_OK)
         pstHandle = DocumentLoad({nullptr, {ulLength != 0 ? pcText : "", ulLength}}, nullptr, pcKnownAs);
     ErrorFileAdd(pcKnownAs);
     return pstHandle;

@@ -81,8 +81,8 @@ uint32_t yaml_AnchorInsertInMapWithoutMapNode(YamlHandle *pstHandle, YamlListNod
         uiFirstFlag == 1 ? stMergeKey.pstFather : NodeOf(stMergeKey.stChildLink.prev, NodeLink::Child);
     const uint32_t uiSourceType = pstSrcNode->uiDataType;
     uint32_t uiResult = YAML_OK;
-    if (uiSourceType != YAML_DATATYPE_MAP &&
-        uiSourceType != YAML_DATATYPE_SEQ) // before a text that may go with the key
+    // Said before the key goes, of which the text may be.
+    if (uiSourceType != YAML_DATATYPE_MAP && uiSourceType != YAML_DATATYPE_SEQ)
         uiResult =
             YAML_FAIL(YAML_ERR_EVENT, "Can not merge mapping with a single scalar. (Scalar=%s)", pstSrcNode->pcValue);
     MergeKeyRelease(*pstHandle, stMergeKey);

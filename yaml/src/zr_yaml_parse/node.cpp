@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Node records: taken from the pool, initialised, given a text, released. Every node is on its document's all-nodes
-// list from its allocation to its release.
+// Node records: taken from the store or the pool, initialised, given a text, released. Every node is on its document's
+// all-nodes list from its allocation to its release.
 #include "node_store.h"
 #include "parse_internal.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the files of this folder share: names for libyaml's numbers, the key index, what copies cost.
+// What the files of this folder share: node records, the key index, anchors, what copies cost.
 #pragma once
 
 #include "../debug_switch.h"

@@ -3,7 +3,6 @@
 // hangs in the innermost open collection; an end returns to the collection that it closes.
 #include "parse_internal.h"
 
-#include <cstring>
 #include <yaml.h>
 
 namespace {

@@ -33,8 +33,7 @@ uint32_t PairYield(NodeRange::Iterator stEntry, bool bElement, YamlIterator &stI
 
 NodeRange::Iterator EntryAfter(const YamlIterator &stIter, const YamlListNode &stEntry, NodeLink eLink) noexcept
 {
-    const YamlList &stLink = eLink == NodeLink::Seq ? stEntry.stSeqLink : stEntry.stChildLink;
-    return {stLink.next, &stIter.pstFatherNode->stChildList, eLink};
+    return {LinkOf(stEntry, eLink).next, &stIter.pstFatherNode->stChildList, eLink};
 }
 
 YamlIterator *IteratorAlloc(uint32_t uiType, YamlListNode *pstContainer) noexcept

@@ -4,7 +4,6 @@
 #include "query_internal.h"
 
 #include <array>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -70,7 +69,7 @@ const char *PlainIndexRead(const char *pcOpen, uint32_t &uiIndex) noexcept
 {
     const char *pcDigits = pcOpen + 1;
     uint32_t uiDigits = 0;
-    for (uiIndex = 0; IsDigit(pcDigits[uiDigits]) && uiDigits < PlainDigits; ++uiDigits)
+    for (uiIndex = 0; uiDigits < PlainDigits && IsDigit(pcDigits[uiDigits]); ++uiDigits)
         uiIndex = uiIndex * 10 + static_cast<uint32_t>(pcDigits[uiDigits] - '0');
     return uiDigits > 0 && pcDigits[uiDigits] == ']' ? pcDigits + uiDigits + 1 : nullptr;
 }

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reads by key path, other than the text of a scalar and the size of a sequence: kind, place and value.
 #include "key_query.h"
-
-#include <cstring>
-
 // The format was checked where the caller wrote it; here it is handed on with its arguments.
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Keys that nobody read: lookups and iterators mark what they hand out while the debug switch is on, one bit in the
-// key, set without a lock; the walk lists the keys that have stayed unmarked.
+// Keys that nobody read: lookups, iterators and walks mark what they hand out while the debug switch is on, one bit in
+// the key, set without a lock; the walk lists the keys that have stayed unmarked.
 #include "key_query.h"
 
 #include <cstring>
@@ -31,9 +31,9 @@ const YamlListNode *Behind(const YamlListNode *pstNode) noexcept
     for (; pstNode->pstFather != nullptr; pstNode = pstNode->pstFather) {
         const YamlListNode &stFather = *pstNode->pstFather;
         const NodeLink eLink = ChildLinkOf(stFather);
-        const YamlList &stLink = eLink == NodeLink::Seq ? pstNode->stSeqLink : pstNode->stChildLink;
-        if (stLink.next != &stFather.stChildList)
-            return NodeOf(stLink.next, eLink);
+        const YamlList *pstNext = LinkOf(*pstNode, eLink).next;
+        if (pstNext != &stFather.stChildList)
+            return NodeOf(pstNext, eLink);
     }
     return nullptr;
 }

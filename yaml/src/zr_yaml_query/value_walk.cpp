@@ -22,8 +22,7 @@ const YamlListNode *EntryFirst(const YamlListNode *pstValue) noexcept
 const YamlListNode *EntryNext(const YamlListNode &stValue, const YamlListNode &stEntry) noexcept
 {
     const NodeLink eLink = ChildLinkOf(stValue);
-    const YamlList &stLink = eLink == NodeLink::Seq ? stEntry.stSeqLink : stEntry.stChildLink;
-    return Shown({stLink.next, &stValue.stChildList, eLink});
+    return Shown({LinkOf(stEntry, eLink).next, &stValue.stChildList, eLink});
 }
 
 // An entry of a map is a key, which leads to its value; an entry of a sequence is the value itself.
