@@ -126,7 +126,7 @@ typedef struct YamlListNode {
     union {
         uint32_t uiNumber;   /**< of an element in its sequence, from 0 */
         uint32_t uiTextMark; /**< of any other scalar: what tells its text from most others; 0 if not known */
-    } uPlace;
+    } uPlace;                /**< which one holds depends on the node */
     union {
         struct YamlKeyIndex *pstKeyIndex; /**< map node that is open and has many keys: its keys by text */
         struct YamlListNode *pstSameKey;  /**< marked key: the merged key it repeats; merged key: the one marked */
