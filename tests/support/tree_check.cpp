@@ -91,6 +91,8 @@ private:
             return "a node's type and text do not fit";
         if (bKey && !bScalar)
             return "a key is no scalar";
+        if (stFather.uiDataType == YAML_DATATYPE_SEQ && stNode.uPlace.uiNumber != uiAt)
+            return "an element has the wrong number";
         if (uiAt == 0 && stFather.uiNextLevelType != stNode.uiDataType)
             return "the first child has not fixed the type below its father";
         if (uiAt > 0 && (bRoot || stFather.uiDataType == YAML_DATATYPE_SCALAR))

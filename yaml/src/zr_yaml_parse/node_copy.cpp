@@ -138,12 +138,12 @@ uint32_t yaml_MapAnchorCopy(YamlHandle *pstHandle, YamlListNode **ppstInsertNode
 uint32_t yaml_SequenceAnchorCopy(YamlHandle *pstHandle, YamlListNode *pstDstNode, const YamlListNode *pstSrcNode,
                                  uint32_t uiFirstFlag)
 {
-    YamlListNode *pstPrevious = uiFirstFlag == 1 ? nullptr : pstDstNode;
+    YamlListNode *pstPrevious = pstDstNode; // without the first flag the copies go behind this element
     for (const YamlListNode &stItem : Children(*pstSrcNode)) {
         YamlListNode *pstCopy = yaml_SingleNodeDup(pstHandle, &stItem);
         if (pstCopy == nullptr)
             return YAML_ERR_NOMEM;
-        if (pstPrevious == nullptr)
+        if (uiFirstFlag == 1)
             ChildAppend(*pstDstNode, *pstCopy);
         else
             ChildInsertAfter(*pstPrevious, *pstCopy);
