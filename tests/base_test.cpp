@@ -11,6 +11,7 @@
 #include <cstring>
 #include <memory>
 #include <random>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -159,6 +160,28 @@ TEST(Pool, SizesAndCounters)
         EXPECT_EQ(InfoOf(pPool).ulBlocksInUse + InfoOf(pPool).ulBytesInUse, 0U);
         EXPECT_EQ(InfoOf(pPool).ulBytesPeak, ulPeak);
     }
+}
+
+TEST(Pool, KeepsBlocksForTheNextDocumentWithinBounds)
+{
+    constexpr uint32_t Size = 8192;
+    constexpr size_t Most = (size_t{32} << 20U) / Size;
+    void *pPool = ZR_HandleInit("kept");
+    const auto InUse = [] { return CanBeLimited ? mallinfo2().uordblks : 0; }; // a sanitizer does not tell
+    const size_t ulBefore = InUse();
+    for (int i = 0; i < 3; ++i) {
+        std::vector<void *> apBlock(Most + 1000);
+        for (void *&pBlock : apBlock)
+            memset(pBlock = ZR_MemAlloc(Size, pPool), 'x', Size);
+        EXPECT_EQ(std::set<void *>(apBlock.begin(), apBlock.end()).size(), apBlock.size());
+        void *pOther = ZR_MemAlloc(Size / 2, pPool);
+        for (void *pBlock : apBlock)
+            ZR_MemFree(pBlock, pPool);
+        ZR_MemFree(pOther, pPool);
+        EXPECT_EQ(InfoOf(pPool).ulBytesInUse, 0U);
+    }
+    const size_t ulKept = InUse() - ulBefore;
+    EXPECT_TRUE(!CanBeLimited || (ulKept >= Most * Size && ulKept < (Most + 100) * Size)) << ulKept;
 }
 
 TEST(Pool, ThreadsHandBlocksToEachOther)

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Named memory pools: blocks of malloc, counted. Who takes many small pieces cuts them from blocks of his own.
+// Named memory pools: blocks of malloc, counted. Who takes many small pieces cuts them from blocks of his own, best of
+// one certain size: those are kept for the next taker, as malloc would give the memory of a freed document back to the
+// system, and take it anew for the next one, page by page.
 
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
@@ -18,8 +21,17 @@
 
 namespace {
 
+constexpr uint32_t KeptSize = 8192;
+constexpr uint64_t KeptMax = (uint64_t{32} << 20) / KeptSize; // blocks; enough for 1 MB of short scalars
+
+struct KeptBlock {
+    KeptBlock *pstNext;
+};
+
 struct Pool {
-    std::mutex stLock; // guards the counters
+    std::mutex stLock; // guards all but the name and the link
+    KeptBlock *pstKept = nullptr;
+    uint64_t ulKept = 0;
     uint64_t ulBlocksInUse = 0;
     uint64_t ulBytesInUse = 0;
     uint64_t ulBytesPeak = 0;
@@ -37,6 +49,28 @@ constinit std::atomic<Pool *> g_pstPools{nullptr};
     if (pCopy != nullptr)
         memcpy(pCopy.get(), pcText, ulBytes);
     return pCopy;
+}
+
+[[nodiscard]] void *KeptTake(Pool &stPool) noexcept
+{
+    KeptBlock *pstBlock = stPool.pstKept;
+    if (pstBlock != nullptr) {
+        stPool.pstKept = pstBlock->pstNext;
+        --stPool.ulKept;
+    }
+    return pstBlock;
+}
+
+// Keeps a block of that many bytes if it is of the size, which malloc may have rounded up a little.
+[[nodiscard]] bool Keep(Pool &stPool, void *pBlock, size_t ulBytes) noexcept
+{
+    if (ulBytes < KeptSize || ulBytes > KeptSize + alignof(max_align_t) || stPool.ulKept == KeptMax)
+        return false;
+    auto *pstBlock = static_cast<KeptBlock *>(pBlock);
+    pstBlock->pstNext = stPool.pstKept;
+    stPool.pstKept = pstBlock;
+    ++stPool.ulKept;
+    return true;
 }
 
 } // namespace
@@ -57,11 +91,15 @@ void *ZR_HandleInit(const char *pcName)
 
 void *ZR_MemAlloc(uint32_t uiSize, void *pMemHandle)
 {
-    void *pBlock = pMemHandle != nullptr ? malloc(std::max(uiSize, 1U)) : nullptr;
-    if (pBlock == nullptr)
+    if (pMemHandle == nullptr)
         return nullptr;
     auto &stPool = *static_cast<Pool *>(pMemHandle);
     const std::lock_guard stHeld(stPool.stLock);
+    void *pBlock = uiSize == KeptSize ? KeptTake(stPool) : nullptr;
+    if (pBlock == nullptr)
+        pBlock = malloc(std::max(uiSize, 1U));
+    if (pBlock == nullptr)
+        return nullptr;
     ++stPool.ulBlocksInUse;
     stPool.ulBytesInUse += malloc_usable_size(pBlock);
     stPool.ulBytesPeak = std::max(stPool.ulBytesPeak, stPool.ulBytesInUse);
@@ -73,12 +111,12 @@ void ZR_MemFree(void *pBlock, void *pMemHandle)
     if (pBlock == nullptr || pMemHandle == nullptr)
         return;
     auto &stPool = *static_cast<Pool *>(pMemHandle);
-    {
-        const std::lock_guard stHeld(stPool.stLock);
-        --stPool.ulBlocksInUse;
-        stPool.ulBytesInUse -= malloc_usable_size(pBlock);
-    }
-    free(pBlock);
+    const size_t ulBytes = malloc_usable_size(pBlock);
+    const std::lock_guard stHeld(stPool.stLock);
+    --stPool.ulBlocksInUse;
+    stPool.ulBytesInUse -= ulBytes;
+    if (!Keep(stPool, pBlock, ulBytes))
+        free(pBlock);
 }
 
 uint32_t ZR_MemInfoGet(void *pMemHandle, ZR_MemInfo *pstInfo)
