@@ -2,7 +2,9 @@
 // Loads whole files and looks at what is left behind, in the recorded blocks and among the open files.
 #include "load_text.h"
 
+#include <cstdlib>
 #include <filesystem>
+#include <unistd.h>
 
 namespace {
 
@@ -13,6 +15,24 @@ ptrdiff_t OpenFiles()
 }
 
 } // namespace
+
+TempFile::TempFile(const std::string &text) : m_path("/tmp/zryaml-test-XXXXXX")
+{
+    const int iFile = mkstemp(m_path.data());
+    const bool bWritten = write(iFile, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    if (close(iFile) != 0 || !bWritten)
+        abort();
+}
+
+TempFile::~TempFile()
+{
+    unlink(m_path.c_str());
+}
+
+YamlHandle *TextFileLoad(const std::string &text)
+{
+    return ZRYAML_FileLoad(TempFile(text).Path());
+}
 
 std::string LoadRead(const std::function<YamlHandle *()> &fnLoad,
                      const std::function<std::string(const YamlHandle &)> &fnWrite)

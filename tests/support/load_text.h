@@ -12,6 +12,22 @@
 // What a refused load logs last.
 #define PARSE_FAILED "2 1900000f Parse file failed.\n"
 
+// Writes a text to a new file of its own; the file goes with the object.
+class TempFile {
+public:
+    explicit TempFile(const std::string &text);
+    ~TempFile();
+    TempFile(const TempFile &) = delete;
+    TempFile &operator=(const TempFile &) = delete;
+    [[nodiscard]] const char *Path() const { return m_path.c_str(); }
+
+private:
+    std::string m_path;
+};
+
+// Loads a text through a file; the caller frees the document.
+YamlHandle *TextFileLoad(const std::string &text);
+
 // Loads and releases a document. The tree as fnWrite gives it, by default TreeText, then the log as
 // RecordingBase::LogText gives it; of a refused load, the log alone. A fault that TreeCheck finds, a block or a file
 // that is left is said in front.

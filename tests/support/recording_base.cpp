@@ -18,18 +18,6 @@ namespace {
 std::recursive_mutex g_stLock;
 char g_cPool;
 
-__attribute__((format(printf, 1, 0))) std::string Format(const char *pcFormat, va_list stArgs)
-{
-    va_list stAgain;
-    va_copy(stAgain, stArgs);
-    const int iLength = vsnprintf(nullptr, 0, pcFormat, stArgs);
-    std::string text(static_cast<size_t>(iLength) + 1, '\0');
-    vsnprintf(text.data(), text.size(), pcFormat, stAgain);
-    va_end(stAgain);
-    text.resize(static_cast<size_t>(iLength));
-    return text;
-}
-
 } // namespace
 
 RecordingBase &Base()
@@ -101,10 +89,13 @@ void ZR_LogWrite(ZR_LogModule *, uint32_t uiLevel, uint32_t uiCode, const char *
     const std::lock_guard stGuard(g_stLock);
     if (uiLevel == 0 && !Base().bKeepNotes)
         return;
+    char *pcText = nullptr;
     va_list stArgs;
     va_start(stArgs, pcFormat);
-    Base().log.push_back({uiLevel, uiCode, Format(pcFormat, stArgs), pcFile, pcFunction});
+    if (vasprintf(&pcText, pcFormat, stArgs) >= 0)
+        Base().log.push_back({uiLevel, uiCode, pcText, pcFile, pcFunction});
     va_end(stArgs);
+    free(pcText);
 }
 
 int memset_s(void *pDest, size_t ulDestMax, int iValue, size_t ulCount)

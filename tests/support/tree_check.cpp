@@ -2,151 +2,144 @@
 // The check follows the links by itself, without the library's own walk, so that it does not share its faults.
 #include "tree_check.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <set>
-#include <string_view>
-#include <unistd.h>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+void Require(bool bHolds, const char *pcWhat, std::string_view svDetail)
+{
+    if (!bHolds)
+        throw std::logic_error(std::string(pcWhat).append(svDetail.empty() ? "" : ": ").append(svDetail));
+}
 
 void ScalarWrite(const char *pcText, std::string &text)
 {
-    char acEscape[8];
     text += '"';
-    for (; *pcText != '\0'; ++pcText) {
-        const auto ucChar = static_cast<unsigned char>(*pcText);
-        if (ucChar < 0x20 || *pcText == '"' || *pcText == '\\') {
-            snprintf(acEscape, sizeof(acEscape), "\\%02x", ucChar);
-            text += acEscape;
-        } else {
-            text += *pcText;
-        }
+    for (const char cChar : std::string_view(pcText != nullptr ? pcText : "")) {
+        const auto ucChar = static_cast<unsigned char>(cChar);
+        if (ucChar >= 0x20 && cChar != '"' && cChar != '\\')
+            text += cChar;
+        else
+            text += {'\\', "0123456789abcdef"[ucChar / 16], "0123456789abcdef"[ucChar % 16]};
     }
     text += '"';
 }
 
 namespace {
 
-#define NODE_FROM(pstLink, member) \
-    reinterpret_cast<const YamlListNode *>(reinterpret_cast<const char *>(pstLink) - offsetof(YamlListNode, member))
+using Nodes = std::vector<const YamlListNode *>;
+
+bool IsEmpty(const YamlList &stHead)
+{
+    return stHead.next == &stHead && stHead.prev == &stHead;
+}
+
+// The nodes on a list, whose links lie at an offset in them.
+Nodes NodesOn(const YamlList &stHead, size_t ulLink)
+{
+    Nodes nodes;
+    for (const YamlList *pst = stHead.next; pst != &stHead; pst = pst->next) {
+        Require(pst->next->prev == pst && pst->prev->next == pst, "a list is broken");
+        nodes.push_back(reinterpret_cast<const YamlListNode *>(reinterpret_cast<const char *>(pst) - ulLink));
+    }
+    return nodes;
+}
+
+bool HoldsElements(const YamlListNode &stFather)
+{
+    return stFather.uiDataType == YAML_DATATYPE_SEQ || stFather.uiNextLevelType == YAML_DATATYPE_SEQ;
+}
+
+Nodes ChildrenOf(const YamlListNode &stFather)
+{
+    return NodesOn(stFather.stChildList,
+                   HoldsElements(stFather) ? offsetof(YamlListNode, stSeqLink) : offsetof(YamlListNode, stChildLink));
+}
 
 class Checker {
 public:
-    std::string Run(const YamlHandle &stHandle)
+    explicit Checker(const YamlHandle &stHandle) : m_stRoot(stHandle.stRoot)
     {
-        const YamlList *pstHead = &stHandle.stRoot.stAllocLink;
-        for (const YamlList *pst = pstHead->next; pst != pstHead; pst = pst->next) {
-            if (pst->next->prev != pst || pst->prev->next != pst)
-                return "all-nodes list is broken";
-            if (!m_allocated.insert(NODE_FROM(pst, stAllocLink)).second)
-                return "all-nodes list holds a node twice";
-        }
-        if (stHandle.uiEventDepth != 0 || stHandle.auiEventStack[0] != 0)
-            return "a collection is open";
-        if (stHandle.stAnchorList.next != &stHandle.stAnchorList ||
-            stHandle.stOpenAnchorList.next != &stHandle.stOpenAnchorList)
-            return "an anchor is left";
-        if (stHandle.stRoot.pstFather != nullptr || stHandle.stRoot.pcValue != nullptr)
-            return "the root has a father or a text";
-        return ChildrenCheck(stHandle.stRoot, 0);
+        const Nodes nodes = NodesOn(m_stRoot.stAllocLink, offsetof(YamlListNode, stAllocLink));
+        m_allocated.insert(nodes.begin(), nodes.end());
+        Require(stHandle.uiEventDepth == 0 && stHandle.auiEventStack[0] == 0, "a collection is open");
+        Require(IsEmpty(stHandle.stAnchorList) && IsEmpty(stHandle.stOpenAnchorList), "an anchor is left");
+        Require(m_stRoot.pstFather == nullptr && m_stRoot.pcValue == nullptr, "the root has a father or a text");
+        ChildrenCheck(m_stRoot, 0);
     }
 
 private:
-    std::string ChildrenCheck(const YamlListNode &stFather, uint32_t uiDepth)
+    void ChildrenCheck(const YamlListNode &stFather, uint32_t uiDepth)
     {
-        const bool bSeq = stFather.uiDataType == YAML_DATATYPE_SEQ || stFather.uiNextLevelType == YAML_DATATYPE_SEQ;
+        const Nodes children = ChildrenOf(stFather);
         std::set<std::string_view> keys;
-        uint32_t uiCount = 0;
-        const YamlList *pstHead = &stFather.stChildList;
-        for (const YamlList *pst = pstHead->next; pst != pstHead; pst = pst->next) {
-            const YamlListNode &stNode = bSeq ? *NODE_FROM(pst, stSeqLink) : *NODE_FROM(pst, stChildLink);
-            if (pst->next->prev != pst || pst->prev->next != pst)
-                return "a list of children is broken";
-            if (m_allocated.count(&stNode) == 0 || stNode.uiMagic != YAML_NODE_MAGIC)
-                return "a child is no node of the document";
-            if (!m_seen.insert(&stNode).second)
-                return "a node hangs in two places";
-            const YamlList &stOther = bSeq ? stNode.stChildLink : stNode.stSeqLink;
-            if (stOther.next != &stOther || stOther.prev != &stOther)
-                return "a node hangs by both links";
-            if (stNode.pstFather != &stFather)
-                return "a child names another father";
-            std::string fault = NodeCheck(stFather, stNode, uiDepth, uiCount++);
-            if (!fault.empty())
-                return fault;
-            if (stFather.uiDataType == YAML_DATATYPE_MAP && stFather.pstFather != nullptr &&
-                stNode.uiSameWithAnchor == 0 && !keys.insert(stNode.pcValue).second)
-                return std::string("a map has two keys ") + stNode.pcValue;
+        uint32_t uiNumber = 0;
+        for (const YamlListNode *pst : children) {
+            Require(m_allocated.count(pst) == 1 && pst->uiMagic == YAML_NODE_MAGIC,
+                    "a child is no node of this document");
+            Require(m_seen.insert(pst).second, "a node hangs in two places");
+            Require(IsEmpty(HoldsElements(stFather) ? pst->stChildLink : pst->stSeqLink), "a node hangs by both links");
+            Require(pst->pstFather == &stFather, "a child names another father");
+            NodeCheck(*pst, uiDepth);
+            if (stFather.uiDataType == YAML_DATATYPE_MAP && &stFather != &m_stRoot && pst->uiSameWithAnchor == 0)
+                Require(keys.insert(pst->pcValue).second, "a map has two keys", pst->pcValue);
+            Require(stFather.uiDataType != YAML_DATATYPE_SEQ || pst->uPlace.uiNumber == uiNumber++,
+                    "an element has the wrong number");
         }
-        if (uiCount == 0 && stFather.uiNextLevelType != YAML_DATATYPE_NONE && stFather.uiSameWithAnchor == 0)
-            return "a node without children has a type for them";
-        return "";
+        const bool bOne = &stFather == &m_stRoot || stFather.uiDataType == YAML_DATATYPE_SCALAR;
+        Require(!bOne || children.size() <= 1, "a key or the root has two children");
+        const uint32_t uiType = children.empty() ? YAML_DATATYPE_NONE : children.front()->uiDataType;
+        Require(stFather.uiSameWithAnchor != 0 || stFather.uiNextLevelType == uiType,
+                "the first child has not fixed the type below its father");
     }
 
-    std::string NodeCheck(const YamlListNode &stFather, const YamlListNode &stNode, uint32_t uiDepth, uint32_t uiAt)
+    void NodeCheck(const YamlListNode &stNode, uint32_t uiDepth)
     {
-        const bool bRoot = stFather.pstFather == nullptr && m_allocated.count(&stFather) == 0;
-        const bool bKey = !bRoot && stFather.uiDataType == YAML_DATATYPE_MAP;
-        const bool bScalar = stNode.uiDataType == YAML_DATATYPE_SCALAR;
-        if (stNode.uiDataType > YAML_DATATYPE_SCALAR || bScalar != (stNode.pcValue != nullptr))
-            return "a node's type and text do not fit";
-        if (bKey && !bScalar)
-            return "a key is no scalar";
-        if (stFather.uiDataType == YAML_DATATYPE_SEQ && stNode.uPlace.uiNumber != uiAt)
-            return "an element has the wrong number";
-        if (uiAt == 0 && stFather.uiNextLevelType != stNode.uiDataType)
-            return "the first child has not fixed the type below its father";
-        if (uiAt > 0 && (bRoot || stFather.uiDataType == YAML_DATATYPE_SCALAR))
-            return "a key or the root has two children";
-        if (bKey && stNode.uiSameWithAnchor == 1)
-            return stNode.stChildList.next == &stNode.stChildList ? "" : "a marked key has children";
-        const bool bEmpty = stNode.stChildList.next == &stNode.stChildList;
-        if (bKey && bEmpty)
-            return "a key has no value";
-        if (!bKey && bScalar && (!bEmpty || stNode.uiNextLevelType != YAML_DATATYPE_NONE))
-            return "a value or element has something below";
-        if (stNode.uiSameWithAnchor != 0 && !bKey)
-            return "what is no key is marked";
-        const uint32_t uiBelow = uiDepth + (bScalar ? 0 : 1);
-        if (uiBelow > YAML_EVENT_STACK_SIZE)
-            return "the tree is too deep";
-        return ChildrenCheck(stNode, uiBelow);
+        const YamlListNode &stFather = *stNode.pstFather;
+        const bool bKey = stFather.uiDataType == YAML_DATATYPE_MAP && &stFather != &m_stRoot;
+        const bool bScalar = stNode.uiDataType == YAML_DATATYPE_SCALAR, bMarked = stNode.uiSameWithAnchor == 1;
+        Require(stNode.uiDataType <= YAML_DATATYPE_SCALAR && bScalar == (stNode.pcValue != nullptr),
+                "a node's type and text do not fit");
+        Require(!bKey || bScalar, "a key is no scalar");
+        Require(!bMarked || bKey, "what is no key is marked");
+        if (bScalar)
+            Require(IsEmpty(stNode.stChildList) != (bKey && !bMarked), "a key has no value, or something else has one");
+        uiDepth += bScalar ? 0 : 1;
+        Require(uiDepth <= YAML_EVENT_STACK_SIZE, "the tree is too deep");
+        ChildrenCheck(stNode, uiDepth);
     }
 
-    std::set<const YamlListNode *> m_allocated;
-    std::set<const YamlListNode *> m_seen;
+    const YamlListNode &m_stRoot;
+    std::set<const YamlListNode *> m_allocated, m_seen;
 };
 
 void ValueWrite(const YamlListNode &stNode, bool bFlags, std::string &text)
 {
     const char *pcSeparator = "", *pcCopy = bFlags && stNode.uiFromAlias == 1 ? "*" : "";
+    const bool bSeq = stNode.uiDataType == YAML_DATATYPE_SEQ;
     if (stNode.uiDataType == YAML_DATATYPE_SCALAR) {
         ScalarWrite(stNode.pcValue, text);
         text += pcCopy;
         return;
     }
-    const bool bSeq = stNode.uiDataType == YAML_DATATYPE_SEQ;
-    text += bSeq ? "[" : "{";
-    for (const YamlList *pst = stNode.stChildList.next; pst != &stNode.stChildList; pst = pst->next) {
-        const YamlListNode &stChild = bSeq ? *NODE_FROM(pst, stSeqLink) : *NODE_FROM(pst, stChildLink);
-        const bool bMarked = stChild.uiSameWithAnchor == 1;
+    text += bSeq ? '[' : '{';
+    for (const YamlListNode *pstChild : ChildrenOf(stNode)) {
+        const bool bMarked = pstChild->uiSameWithAnchor == 1;
         if (bMarked && !bFlags)
             continue;
-        text += pcSeparator;
-        pcSeparator = ",";
+        text += std::exchange(pcSeparator, ",");
         if (bSeq) {
-            ValueWrite(stChild, bFlags, text);
+            ValueWrite(*pstChild, bFlags, text);
             continue;
         }
-        ScalarWrite(stChild.pcValue, text);
-        text += bFlags && stChild.uiFromAlias == 1 ? "*" : "";
-        text += bMarked ? "!" : ":";
-        const YamlList *pstValue = stChild.stChildList.next;
-        if (!bMarked)
-            ValueWrite(stChild.uiNextLevelType == YAML_DATATYPE_SEQ ? *NODE_FROM(pstValue, stSeqLink)
-                                                                    : *NODE_FROM(pstValue, stChildLink),
-                       bFlags, text);
+        ScalarWrite(pstChild->pcValue, text);
+        text += bFlags && pstChild->uiFromAlias == 1 ? "*" : "";
+        text += bMarked ? '!' : ':';
+        for (const YamlListNode *pstValue : ChildrenOf(*pstChild))
+            ValueWrite(*pstValue, bFlags, text);
     }
-    text += bSeq ? "]" : "}";
+    text += bSeq ? ']' : '}';
     text += pcCopy;
 }
 
@@ -154,38 +147,18 @@ void ValueWrite(const YamlListNode &stNode, bool bFlags, std::string &text)
 
 std::string TreeCheck(const YamlHandle &stHandle)
 {
-    return Checker().Run(stHandle);
+    try {
+        (void)Checker(stHandle);
+        return "";
+    } catch (const std::logic_error &stFault) {
+        return stFault.what();
+    }
 }
 
 std::string TreeText(const YamlHandle &stHandle, bool bFlags)
 {
     std::string text;
-    const YamlList &stTop = stHandle.stRoot.stChildList;
-    if (stTop.next == &stTop)
-        return text;
-    ValueWrite(stHandle.stRoot.uiDataType == YAML_DATATYPE_MAP ? *NODE_FROM(stTop.next, stChildLink)
-                                                               : *NODE_FROM(stTop.next, stSeqLink),
-               bFlags, text);
+    for (const YamlListNode *pstTop : ChildrenOf(stHandle.stRoot))
+        ValueWrite(*pstTop, bFlags, text);
     return text;
-}
-
-TempFile::TempFile(const std::string &text)
-{
-    char acPath[] = "/tmp/zryaml-test-XXXXXX";
-    const int iFile = mkstemp(acPath);
-    m_path = acPath;
-    FILE *pstFile = fdopen(iFile, "w");
-    if (pstFile == nullptr || fwrite(text.data(), 1, text.size(), pstFile) != text.size() || fclose(pstFile) != 0)
-        abort();
-}
-
-TempFile::~TempFile()
-{
-    unlink(m_path.c_str());
-}
-
-YamlHandle *TextFileLoad(const std::string &text)
-{
-    const TempFile stFile(text);
-    return ZRYAML_FileLoad(stFile.Path());
 }

@@ -3,11 +3,15 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include <zr_yaml.h>
 
-// Checks every father, every link both ways, that every node of the tree is on the all-nodes list once, that types fit
-// the children, that texts are where they belong and that the unmarked keys of a map differ.
+// Throws, which ends a test or a fuzz target with a finding, unless something holds.
+void Require(bool bHolds, const char *pcWhat, std::string_view svDetail = "");
+
+// Checks every father, every link both ways, that every node of the tree is on the all-nodes list, that types fit the
+// children, that texts are where they belong and that the unmarked keys of a map differ.
 // The first fault found, or an empty text.
 std::string TreeCheck(const YamlHandle &stHandle);
 
@@ -18,19 +22,3 @@ std::string TreeText(const YamlHandle &stHandle, bool bFlags = false);
 
 // Adds a scalar to a text in that form.
 void ScalarWrite(const char *pcText, std::string &text);
-
-// Writes a text to a new file of its own; the file goes with the object.
-class TempFile {
-public:
-    explicit TempFile(const std::string &text);
-    ~TempFile();
-    TempFile(const TempFile &) = delete;
-    TempFile &operator=(const TempFile &) = delete;
-    [[nodiscard]] const char *Path() const { return m_path.c_str(); }
-
-private:
-    std::string m_path;
-};
-
-// Loads a text through a file; the caller frees the document.
-YamlHandle *TextFileLoad(const std::string &text);
