@@ -6,23 +6,12 @@
 #include "tree_check.h"
 
 #include <algorithm>
-#include <dlfcn.h>
 #include <map>
 #include <memory>
 #include <vector>
 #include <yaml.h>
 
 namespace {
-
-// libyaml as the library under test has loaded it: both read with the same one, and no program needs to link it.
-#define LIBYAML(name)                                                                              \
-    ([] {                                                                                          \
-        static const auto pfnCall = reinterpret_cast<decltype(&name)>(dlsym(RTLD_DEFAULT, #name)); \
-        return pfnCall;                                                                            \
-    }())
-
-constexpr size_t MaxDocument = size_t{16} << 10;
-constexpr uint64_t MaxExpansion = 1000000; // nodes and text bytes that aliases stand for
 
 struct Refusal {
     uint32_t uiCode;
@@ -43,267 +32,198 @@ struct Value {
     std::string text;
     std::vector<Key> keys;
     std::vector<ValuePtr> items;
-    uint32_t uiDepth = 0;  // collections from here down
-    uint64_t ulWeight = 1; // nodes and text bytes from here down
 };
-
-void Weigh(Value &stValue)
-{
-    const auto Add = [&stValue](const Value &stChild) {
-        stValue.uiDepth = std::max(stValue.uiDepth, stChild.uiDepth);
-        stValue.ulWeight += stChild.ulWeight;
-    };
-    stValue.ulWeight += stValue.text.size();
-    for (const ValuePtr &stItem : stValue.items)
-        Add(*stItem);
-    for (const Key &stKey : stValue.keys) {
-        stValue.ulWeight += 1 + stKey.text.size();
-        if (!stKey.bHidden)
-            Add(*stKey.stValue);
-    }
-    if (stValue.uiType != YAML_DATATYPE_SCALAR)
-        ++stValue.uiDepth;
-}
 
 struct Event {
     yaml_event_t stRaw{};
-    Event() = default;
+    explicit Event(yaml_parser_t &stParser)
+    {
+        constexpr uint32_t auiCode[] = {YAML_ERR_PARAM, YAML_ERR_NOMEM, YAML_ERR_READER, YAML_ERR_SCANNER,
+                                        YAML_ERR_PARSE}; // by libyaml's number
+        if (yaml_parser_parse(&stParser, &stRaw) == 0)
+            throw Refusal{stParser.error <= YAML_PARSER_ERROR ? auiCode[stParser.error] : YAML_ERR_PARAM};
+    }
     Event(const Event &) = delete;
     Event &operator=(const Event &) = delete;
-    ~Event() { LIBYAML(yaml_event_delete)(&stRaw); }
-};
+    ~Event() { yaml_event_delete(&stRaw); }
 
-std::string Text(const yaml_char_t *pucText)
-{
-    return pucText == nullptr ? "" : reinterpret_cast<const char *>(pucText);
-}
-
-class Anchors {
-public:
-    void Start(const std::string &name) { m_open.push_back(name); } // ends with its collection; "" is not kept
-    void End(const ValuePtr &stValue)
+    [[nodiscard]] bool Is(yaml_event_type_t eType) const { return stRaw.type == eType; }
+    // The name of its anchor, or of the one that it refers to; "" for none.
+    [[nodiscard]] std::string Anchor() const
     {
-        Scalar(m_open.back(), stValue);
-        m_open.pop_back();
+        const yaml_char_t *puc = Is(YAML_SCALAR_EVENT)          ? stRaw.data.scalar.anchor
+                                 : Is(YAML_ALIAS_EVENT)         ? stRaw.data.alias.anchor
+                                 : Is(YAML_MAPPING_START_EVENT) ? stRaw.data.mapping_start.anchor
+                                                                : stRaw.data.sequence_start.anchor;
+        return puc == nullptr ? "" : reinterpret_cast<const char *>(puc);
     }
-    void Scalar(const std::string &name, const ValuePtr &stValue)
-    {
-        if (!name.empty())
-            m_finished[name] = stValue;
-    }
-    void Drop(const std::string &name)
-    {
-        m_finished.erase(name);
-        std::replace(m_open.begin(), m_open.end(), name, std::string());
-    }
-    [[nodiscard]] ValuePtr Find(const std::string &name) const
-    {
-        const auto it = m_finished.find(name);
-        return it == m_finished.end() ? throw Refusal{YAML_ERR_ALIAS} : it->second;
-    }
-
-private:
-    std::map<std::string, ValuePtr> m_finished;
-    std::vector<std::string> m_open;
 };
 
 class Reader {
 public:
     explicit Reader(std::string_view document)
     {
-        LIBYAML(yaml_parser_initialize)(&m_stParser);
-        LIBYAML(yaml_parser_set_input_string)
-        (&m_stParser, reinterpret_cast<const unsigned char *>(document.data()), document.size());
+        yaml_parser_initialize(&m_stParser);
+        yaml_parser_set_input_string(&m_stParser, reinterpret_cast<const unsigned char *>(document.data()),
+                                     document.size());
     }
     Reader(const Reader &) = delete;
     Reader &operator=(const Reader &) = delete;
-    ~Reader() { LIBYAML(yaml_parser_delete)(&m_stParser); }
+    ~Reader() { yaml_parser_delete(&m_stParser); }
 
     ValuePtr Stream()
     {
         ValuePtr stTop;
-        for (Event stEvent;; LIBYAML(yaml_event_delete)(&stEvent.stRaw)) {
-            Next(stEvent);
-            if (stEvent.stRaw.type == YAML_STREAM_END_EVENT)
+        for (;;) {
+            const Event stEvent(m_stParser);
+            if (stEvent.Is(YAML_STREAM_END_EVENT))
                 return stTop;
-            if (stEvent.stRaw.type == YAML_DOCUMENT_START_EVENT)
+            if (stEvent.Is(YAML_DOCUMENT_START_EVENT))
                 stTop = stTop == nullptr ? Top() : throw Refusal{YAML_ERR_PARSE};
         }
     }
 
 private:
-    void Next(Event &stEvent)
-    {
-        constexpr uint32_t g_auiCode[] = {YAML_ERR_PARAM, YAML_ERR_NOMEM, YAML_ERR_READER, YAML_ERR_SCANNER,
-                                          YAML_ERR_PARSE}; // by libyaml's number
-        if (LIBYAML(yaml_parser_parse)(&m_stParser, &stEvent.stRaw) == 0)
-            throw Refusal{m_stParser.error <= YAML_PARSER_ERROR ? g_auiCode[m_stParser.error] : YAML_ERR_PARAM};
-    }
-
     ValuePtr Top()
     {
-        Event stEvent;
-        Next(stEvent);
-        return stEvent.stRaw.type != YAML_SCALAR_EVENT ? ValueRead(stEvent.stRaw, 0) : throw Refusal{YAML_ERR_EVENT};
+        const Event stEvent(m_stParser);
+        return stEvent.Is(YAML_SCALAR_EVENT) ? throw Refusal{YAML_ERR_EVENT} : ValueRead(stEvent);
     }
 
-    // A value or item that starts with an event, inside so many open collections.
-    ValuePtr ValueRead(const yaml_event_t &stEvent, uint32_t uiOpen, bool bAnchorKept = true)
+    void Finish(const std::string &anchor, const ValuePtr &stValue)
     {
-        switch (stEvent.type) {
-        case YAML_ALIAS_EVENT:
-            return Expand(m_stAnchors.Find(Text(stEvent.data.alias.anchor)), uiOpen);
-        case YAML_SCALAR_EVENT:
-            return ScalarRead(stEvent);
-        default:
-            return CollectionRead(stEvent, uiOpen, bAnchorKept);
-        }
+        if (!anchor.empty())
+            m_finished[anchor] = stValue;
     }
 
-    ValuePtr Expand(const ValuePtr &stSource, uint32_t uiOpen)
+    // An anchor that is not kept takes along what bore its name.
+    void Drop(const std::string &anchor)
     {
-        Charge(stSource->ulWeight);
-        return uiOpen + stSource->uiDepth > YAML_EVENT_STACK_SIZE ? throw Refusal{YAML_ERR_EVENT} : stSource;
+        m_finished.erase(anchor);
+        std::replace(m_open.begin(), m_open.end(), anchor, std::string());
     }
 
-    void Charge(uint64_t ulWeight)
+    [[nodiscard]] ValuePtr Aliased(const Event &stAlias) const
     {
-        if ((m_ulExpansion += ulWeight) > MaxExpansion)
-            throw Refusal{REFERENCE_TOO_LARGE};
+        const auto it = m_finished.find(stAlias.Anchor());
+        return it == m_finished.end() ? throw Refusal{YAML_ERR_ALIAS} : it->second;
     }
 
-    ValuePtr ScalarRead(const yaml_event_t &stEvent)
+    ValuePtr ValueRead(const Event &stEvent, bool bAnchorKept = true)
     {
-        const auto &stScalar = stEvent.data.scalar;
+        if (stEvent.Is(YAML_ALIAS_EVENT))
+            return Aliased(stEvent);
+        return stEvent.Is(YAML_SCALAR_EVENT) ? ScalarRead(stEvent) : CollectionRead(stEvent, bAnchorKept);
+    }
+
+    ValuePtr ScalarRead(const Event &stEvent)
+    {
+        const auto &stScalar = stEvent.stRaw.data.scalar;
         auto stValue = std::make_shared<Value>();
         stValue->text.assign(reinterpret_cast<const char *>(stScalar.value), stScalar.length);
         if (stValue->text.find('\0') != std::string::npos)
             throw Refusal{YAML_ERR_EVENT};
-        Weigh(*stValue);
+        Finish(stEvent.Anchor(), stValue);
         return stValue;
     }
 
-    ValuePtr CollectionRead(const yaml_event_t &stEvent, uint32_t uiOpen, bool bAnchorKept)
+    ValuePtr CollectionRead(const Event &stEvent, bool bAnchorKept)
     {
-        if (++uiOpen > YAML_EVENT_STACK_SIZE)
-            throw Refusal{YAML_ERR_EVENT};
-        const bool bMap = stEvent.type == YAML_MAPPING_START_EVENT;
-        const std::string name = Text(bMap ? stEvent.data.mapping_start.anchor : stEvent.data.sequence_start.anchor);
+        const bool bMap = stEvent.Is(YAML_MAPPING_START_EVENT);
         if (!bAnchorKept)
-            m_stAnchors.Drop(name);
-        m_stAnchors.Start(bAnchorKept ? name : "");
+            Drop(stEvent.Anchor());
+        m_open.push_back(bAnchorKept ? stEvent.Anchor() : "");
         auto stValue = std::make_shared<Value>();
         stValue->uiType = bMap ? YAML_DATATYPE_MAP : YAML_DATATYPE_SEQ;
         if (bMap)
-            MapRead(*stValue, uiOpen);
+            KeysRead(*stValue);
         else
-            ItemsRead(*stValue, uiOpen);
-        Weigh(*stValue);
-        m_stAnchors.End(stValue);
+            ItemsRead(stValue->items);
+        Finish(m_open.back(), stValue);
+        m_open.pop_back();
         return stValue;
     }
 
-    void ItemsRead(Value &stSeq, uint32_t uiOpen)
+    void ItemsRead(std::vector<ValuePtr> &items)
     {
         for (;;) {
-            Event stEvent;
-            Next(stEvent);
-            if (stEvent.stRaw.type == YAML_SEQUENCE_END_EVENT)
+            const Event stEvent(m_stParser);
+            if (stEvent.Is(YAML_SEQUENCE_END_EVENT))
                 return;
-            stSeq.items.push_back(ValueRead(stEvent.stRaw, uiOpen));
-            if (stEvent.stRaw.type == YAML_SCALAR_EVENT)
-                m_stAnchors.Scalar(Text(stEvent.stRaw.data.scalar.anchor), stSeq.items.back());
+            items.push_back(ValueRead(stEvent));
         }
     }
 
-    void MapRead(Value &stMap, uint32_t uiOpen)
+    void KeysRead(Value &stMap)
     {
-        for (size_t ulAt = 0;;) { // where the next key goes
-            Event stEvent;
-            Next(stEvent);
-            if (stEvent.stRaw.type == YAML_MAPPING_END_EVENT)
+        for (ptrdiff_t lAt = 0;;) { // where the next key goes
+            const Event stEvent(m_stParser);
+            if (stEvent.Is(YAML_MAPPING_END_EVENT))
                 return;
-            if (stEvent.stRaw.type == YAML_ALIAS_EVENT)
-                (void)m_stAnchors.Find(Text(stEvent.stRaw.data.alias.anchor));
-            if (stEvent.stRaw.type != YAML_SCALAR_EVENT)
+            if (stEvent.Is(YAML_ALIAS_EVENT))
+                (void)Aliased(stEvent);
+            if (!stEvent.Is(YAML_SCALAR_EVENT))
                 throw Refusal{YAML_ERR_EVENT};
-            const std::string anchor = Text(stEvent.stRaw.data.scalar.anchor);
-            const ValuePtr stText = ScalarRead(stEvent.stRaw);
-            stMap.keys.insert(stMap.keys.begin() + static_cast<ptrdiff_t>(ulAt), KeyMake(stMap, stText->text));
-            m_stAnchors.Scalar(anchor, stText);
-            ulAt = KeyValueRead(stMap, ulAt, uiOpen, anchor);
-        }
-    }
-
-    static Key *MergedFind(Value &stMap, const std::string &text)
-    {
-        for (Key &stKey : stMap.keys) {
-            if (stKey.bMerged && stKey.text == text)
-                return &stKey;
-        }
-        return nullptr;
-    }
-
-    static Key KeyMake(Value &stMap, const std::string &text)
-    {
-        for (const Key &stKey : stMap.keys) {
-            if (!stKey.bMerged && stKey.text == text)
+            const std::string text = ScalarRead(stEvent)->text;
+            if (Find(stMap, text, false) != nullptr)
                 throw Refusal{YAML_ERR_SAME};
+            stMap.keys.insert(stMap.keys.begin() + lAt, {text, false, Find(stMap, text, true) != nullptr, nullptr});
+            lAt = KeyValueRead(stMap, lAt, stEvent.Anchor());
         }
-        return {text, false, MergedFind(stMap, text) != nullptr, nullptr};
+    }
+
+    static Key *Find(Value &stMap, const std::string &text, bool bMerged)
+    {
+        const auto it = std::ranges::find_if(
+            stMap.keys, [&](const Key &stKey) { return stKey.bMerged == bMerged && stKey.text == text; });
+        return it != stMap.keys.end() ? &*it : nullptr;
     }
 
     // Reads the value of the key at a place; returns where the next key goes.
-    size_t KeyValueRead(Value &stMap, size_t ulAt, uint32_t uiOpen, const std::string &keyAnchor)
+    ptrdiff_t KeyValueRead(Value &stMap, ptrdiff_t lAt, const std::string &keyAnchor)
     {
-        Event stEvent;
-        Next(stEvent);
-        const bool bAlias = stEvent.stRaw.type == YAML_ALIAS_EVENT;
-        const bool bHidden = stMap.keys[ulAt].bHidden;
-        if (bAlias && stMap.keys[ulAt].text == "<<") {
-            const ValuePtr stSource = m_stAnchors.Find(Text(stEvent.stRaw.data.alias.anchor));
-            stMap.keys.erase(stMap.keys.begin() + static_cast<ptrdiff_t>(ulAt));
+        const Event stEvent(m_stParser);
+        Key *pstKey = &stMap.keys[static_cast<size_t>(lAt)];
+        if (stEvent.Is(YAML_ALIAS_EVENT) && pstKey->text == "<<") {
+            const ValuePtr stSource = Aliased(stEvent);
+            stMap.keys.erase(stMap.keys.begin() + lAt);
             if (!keyAnchor.empty())
-                m_stAnchors.Drop(keyAnchor);
-            return Merge(stMap, ulAt, *stSource, uiOpen);
+                Drop(keyAnchor);
+            return Merge(stMap, lAt, *stSource);
         }
-        const ValuePtr stValue = ValueRead(stEvent.stRaw, uiOpen, !bHidden);
-        if (stEvent.stRaw.type == YAML_SCALAR_EVENT)
-            m_stAnchors.Scalar(Text(stEvent.stRaw.data.scalar.anchor), stValue);
-        Key &stReceiver = bHidden ? *MergedFind(stMap, stMap.keys[ulAt].text) : stMap.keys[ulAt];
-        stReceiver.stValue = stValue;
-        return static_cast<size_t>(&stReceiver - stMap.keys.data()) + 1;
+        const ValuePtr stValue = ValueRead(stEvent, !pstKey->bHidden);
+        if (pstKey->bHidden)
+            pstKey = Find(stMap, pstKey->text, true);
+        pstKey->stValue = stValue;
+        return pstKey - stMap.keys.data() + 1;
     }
 
-    size_t Merge(Value &stMap, size_t ulAt, const Value &stSource, uint32_t uiOpen)
+    static ptrdiff_t Merge(Value &stMap, ptrdiff_t lAt, const Value &stSource)
     {
-        Charge(stSource.ulWeight);
         if (stSource.uiType == YAML_DATATYPE_SCALAR)
             throw Refusal{YAML_ERR_EVENT};
         for (const Key &stKey : stSource.keys)
-            ulAt = MergeKey(stMap, ulAt, stKey, uiOpen);
+            lAt = KeyMerge(stMap, lAt, stKey);
         for (const ValuePtr &stItem : stSource.items) {
             if (stItem->uiType != YAML_DATATYPE_MAP)
                 throw Refusal{YAML_ERR_PARSE};
             if (!stItem->keys.empty())
-                ulAt = MergeKey(stMap, ulAt, stItem->keys.front(), uiOpen);
+                lAt = KeyMerge(stMap, lAt, stItem->keys.front());
         }
-        return ulAt;
+        return lAt;
     }
 
-    size_t MergeKey(Value &stMap, size_t ulAt, const Key &stKey, uint32_t uiOpen)
+    static ptrdiff_t KeyMerge(Value &stMap, ptrdiff_t lAt, const Key &stKey)
     {
-        const auto Same = [&stKey](const Key &stOther) { return stOther.text == stKey.text; };
-        if (stKey.bHidden || std::any_of(stMap.keys.begin(), stMap.keys.end(), Same))
-            return ulAt;
-        const Key stCopy = {stKey.text, true, false, Expand(stKey.stValue, uiOpen)};
-        stMap.keys.insert(stMap.keys.begin() + static_cast<ptrdiff_t>(ulAt), stCopy);
-        return ulAt + 1;
+        if (stKey.bHidden || Find(stMap, stKey.text, false) != nullptr || Find(stMap, stKey.text, true) != nullptr)
+            return lAt;
+        stMap.keys.insert(stMap.keys.begin() + lAt, {stKey.text, true, false, stKey.stValue});
+        return lAt + 1;
     }
 
     yaml_parser_t m_stParser{};
-    Anchors m_stAnchors;
-    uint64_t m_ulExpansion = 0;
+    std::map<std::string, ValuePtr> m_finished;
+    std::vector<std::string> m_open; // the names of the anchors on the open collections, "" where there is none
 };
 
 void Write(const Value &stValue, std::string &text)
@@ -333,11 +253,8 @@ void Write(const Value &stValue, std::string &text)
 ReferenceResult ReferenceLoad(std::string_view document)
 {
     ReferenceResult stResult;
-    if (document.size() > MaxDocument)
-        return {REFERENCE_TOO_LARGE, ""};
     try {
-        Reader stReader(document);
-        if (const ValuePtr stTop = stReader.Stream())
+        if (const ValuePtr stTop = Reader(document).Stream())
             Write(*stTop, stResult.text);
     } catch (const Refusal &stRefusal) {
         return {stRefusal.uiCode, ""};
