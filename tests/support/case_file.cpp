@@ -2,35 +2,25 @@
 #include "case_file.h"
 
 #include <cctype>
-#include <charconv>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
+#include <regex>
 
 namespace {
 
 using Names = std::map<std::string, std::string, std::less<>>;
 
 // "\(3 k#,)" becomes "k0,k1,k2,".
-std::string Repeated(std::string_view text)
+std::string Repeated(std::string text)
 {
+    static const std::regex stForm(R"(\\\((\d+) ([^)]*)\))");
     std::string result;
-    for (size_t ulAt = 0; ulAt < text.size(); ++ulAt) {
-        const size_t ulEnd = text.find(')', ulAt);
-        const size_t ulPiece = text.find(' ', ulAt) + 1;
-        size_t ulTimes = 0;
-        if (text.substr(ulAt, 2) != "\\(" || ulEnd == text.npos || ulPiece == 0 || ulPiece > ulEnd ||
-            std::from_chars(&text[ulAt + 2], &text[ulPiece], ulTimes).ptr != &text[ulPiece - 1]) {
-            result += text[ulAt];
-            continue;
-        }
-        for (size_t ul = 0; ul < ulTimes; ++ul) {
-            for (const char cChar : text.substr(ulPiece, ulEnd - ulPiece))
-                cChar == '#' ? result += std::to_string(ul) : result += cChar;
-        }
-        ulAt = ulEnd;
+    for (std::smatch stMatch; std::regex_search(text, stMatch, stForm); text = stMatch.suffix()) {
+        result += stMatch.prefix();
+        for (size_t ul = 0, ulTimes = std::stoul(stMatch[1]); ul < ulTimes; ++ul)
+            result += Replaced(stMatch[2], "#", std::to_string(ul));
     }
-    return result;
+    return result + text;
 }
 
 // Adds the lines of an outcome, names replaced by what they stand for.
@@ -42,7 +32,7 @@ void OutcomeAdd(std::string_view text, const Names &names, std::vector<std::stri
         const size_t ulOpen = item.find('(');
         const auto itName = names.find(item.substr(0, ulOpen));
         if (itName == names.end())
-            lines.push_back(Repeated(item));
+            lines.push_back(Repeated(std::string(item)));
         else
             OutcomeAdd(Replaced(itName->second, "$",
                                 ulOpen == item.npos ? "" : item.substr(ulOpen + 1, item.size() - ulOpen - 2)),
@@ -58,7 +48,7 @@ CaseStep StepRead(std::string_view line, size_t ulLine, const Names &names)
     const size_t ulSpace = call.find(' ');
     stStep.ulLine = ulLine;
     stStep.operation = call.substr(0, ulSpace);
-    stStep.argument = ulSpace == call.npos ? "" : Repeated(call.substr(ulSpace + 1));
+    stStep.argument = ulSpace == call.npos ? "" : Repeated(std::string(call.substr(ulSpace + 1)));
     stStep.bExpects = ulArrow != line.npos;
     if (stStep.bExpects)
         OutcomeAdd(line.substr(ulArrow + 4), names, stStep.expected);
@@ -80,7 +70,7 @@ std::vector<CaseStep> CaseFileRead(std::string_view text)
             const std::string_view rest = line.substr(4);
             names[std::string(rest.substr(0, rest.find(' ')))] = rest.substr(rest.find(' ') + 1);
         } else if (line.starts_with("| ") && !steps.empty()) {
-            steps.back().argument += Repeated(line.substr(2)) + "\n";
+            steps.back().argument += Repeated(std::string(line.substr(2))) + "\n";
         } else if (line.starts_with("  ") && !steps.empty()) {
             OutcomeAdd(line.substr(2), names, steps.back().expected);
             steps.back().bExpects = true;
@@ -95,19 +85,15 @@ std::string Unescaped(std::string_view text)
 {
     constexpr std::string_view Letters = "ntr0\\", Bytes{"\n\t\r\0\\", 5};
     std::string result;
-    for (size_t ul = 0; ul < text.size(); ++ul) {
-        const size_t ulLetter = text[ul] == '\\' && ul + 1 < text.size() ? Letters.find(text[ul + 1]) : Letters.npos;
-        unsigned uiByte = 0;
-        if (ulLetter != Letters.npos) {
-            result += Bytes[ulLetter];
-            ++ul;
-        } else if (text.substr(ul, 2) == "\\x" && ul + 4 <= text.size() &&
-                   std::from_chars(&text[ul + 2], &text[ul + 2] + 2, uiByte, 16).ptr == &text[ul + 2] + 2) {
-            result += static_cast<char>(uiByte);
-            ul += 3;
-        } else {
-            result += text[ul];
-        }
+    while (!text.empty()) {
+        const size_t ulLetter = text[0] == '\\' && text.size() > 1 ? Letters.find(text[1]) : Letters.npos;
+        const bool bHex =
+            text.size() > 3 && text.starts_with("\\x") && isxdigit(text[2]) != 0 && isxdigit(text[3]) != 0;
+        if (bHex)
+            result += static_cast<char>(std::stoi(std::string(text.substr(2, 2)), nullptr, 16));
+        else
+            result += ulLetter != Letters.npos ? Bytes[ulLetter] : text[0];
+        text.remove_prefix(bHex ? 4 : ulLetter != Letters.npos ? 2 : 1);
     }
     return result;
 }

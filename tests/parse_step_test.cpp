@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+// Steps of a load in states to which no file and no row of cases/ leads.
+#include "support/load_text.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <yaml.h>
+
+struct ParseStep : Recorded {};
+
+TEST_F(ParseStep, InitLeavesAnEmptyDocument)
+{
+    for (const uint32_t uiSwitch : {0U, 1U, 2U}) {
+        YamlHandle stHandle;
+        memset(static_cast<void *>(&stHandle), 0xA5, sizeof(stHandle));
+        ZRYAML_DebugSwitchSet(uiSwitch);
+        yaml_HandleInit(&stHandle);
+        const YamlListNode &stRoot = stHandle.stRoot;
+        EXPECT_EQ(TreeCheck(stHandle) + TreeText(stHandle) + ZRYAML_NameGet(&stHandle), "");
+        for (const YamlList *pst : {&stRoot.stChildLink, &stRoot.stSeqLink, &stRoot.stAllocLink})
+            EXPECT_TRUE(pst->next == pst && pst->prev == pst);
+        EXPECT_EQ(stRoot.uiMagic, 0x123456FFU);
+        EXPECT_EQ(stRoot.uiFromAlias + stRoot.uiSameWithAnchor, 0U);
+        EXPECT_TRUE(stRoot.uiDataType == YAML_DATATYPE_NONE && stRoot.uiNextLevelType == YAML_DATATYPE_NONE);
+        EXPECT_EQ(stHandle.uiParseTime + stHandle.uiQueryCount + stHandle.ulQueryTimeTotal, 0U);
+        EXPECT_EQ(stHandle.uiMemSize, uiSwitch == 1 ? sizeof(YamlHandle) : 0);
+    }
+}
+
+TEST_F(ParseStep, EventStackIgnoresWhatIsBeyondItsEnd)
+{
+    YamlHandle stHandle;
+    yaml_HandleInit(&stHandle);
+    for (int i = 1; i <= 513; ++i)
+        yaml_EventStartSet(&stHandle, i == 512 ? 9 : 7);
+    EXPECT_EQ(stHandle.uiEventDepth, 512U);
+    EXPECT_EQ(yaml_CurrEventGet(&stHandle), 9U);
+    yaml_EventEndSet(&stHandle);
+    EXPECT_EQ(stHandle.auiEventStack[511], 0U);
+}
+
+TEST_F(ParseStep, EventsAndErrorsThatLibyamlNeverGives)
+{
+    YamlHandle stHandle;
+    yaml_HandleInit(&stHandle);
+    yaml_parser_t stParser = {};
+    for (const yaml_error_type_t eError : {YAML_MEMORY_ERROR, YAML_COMPOSER_ERROR}) {
+        stParser.error = eError;
+        yaml_ParseErrProcess(&stParser);
+    }
+    for (const int iType : {0, 11}) {
+        yaml_event_t stEvent = {};
+        memcpy(&stEvent.type, &iType, sizeof(stEvent.type)); // 11 is none of the enumeration
+        YamlListNode *pstCurrent = &stHandle.stRoot;
+        uint32_t uiFlag = 1, uiLast = 1, uiDocuments = 0;
+        EXPECT_EQ(yaml_EventAnalyze(&stEvent, &pstCurrent, &uiFlag, &uiLast, &uiDocuments, &stHandle), YAML_ERR_EVENT);
+        EXPECT_EQ(uiLast, static_cast<uint32_t>(iType)); // after every event, failed or not
+    }
+    EXPECT_EQ(Base().LogText(), "2 c There is not enough memory for parsing.\n"
+                                "2 16 There is an internal error in libYAML.\n"
+                                "2 1900000b Unknown parse event. (Event=0)\n"
+                                "2 1900000b Unknown parse event. (Event=11)\n");
+}
+
+TEST_F(ParseStep, CopyIsBoundedWithoutAnAlias)
+{
+    YamlHandle stHandle;
+    yaml_HandleInit(&stHandle);
+    stHandle.stLimits.ulCopyBytes = 0;
+    EXPECT_EQ(yaml_SingleNodeDup(&stHandle, &stHandle.stRoot), nullptr);
+    EXPECT_EQ(Base().LogText(), "2 c The alias expansion is too large. (Alias=)\n");
+}
+
+// A list of anchors is released up to what is no record.
+TEST_F(ParseStep, AnchorsEndAtAForeignRecord)
+{
+    YamlHandle stHandle;
+    yaml_HandleInit(&stHandle);
+    YamlAnchorNode *pstForeign = yaml_AnchorNodeAlloc(&stHandle, "f");
+    YamlList stHead = {&pstForeign->stAnchorLink, &pstForeign->stAnchorLink};
+    pstForeign->stAnchorLink = {&stHead, &stHead};
+    for (const uint32_t uiMagic : {0U, YAML_NODE_MAGIC}) {
+        pstForeign->uiMagic = uiMagic;
+        yaml_AnchorNodesRelease(&stHead);
+        EXPECT_EQ(Base().lBlocks, uiMagic == 0 ? 2 : 0);
+    }
+    EXPECT_EQ(stHead.next, &stHead);
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+// The operations of the case files, which cases/README.md describes.
+#pragma once
+
+#include "load_text.h"
+
+#include <map>
+#include <string>
+
+struct Operation {
+    std::string (*pfnRun)(YamlHandle *, const std::string &argument); // the outcome
+    enum { Text, Document, Paths, Change } eTakes; // a text of its own, the document, it and paths, it and changes it
+};
+
+extern const std::map<std::string, Operation> g_loadOperations, g_readOperations, g_callOperations;
+
+// Changes one node, so that the tree is none that a load makes. False if there is no such change or no such node.
+bool NodeDamage(YamlHandle &stHandle, const std::string &kindAndNode);
+
+YamlHandle *TextLoad(const std::string &text);
+std::string Place(uint32_t uiLine, uint32_t uiColumn);
+// The log, and the error record if it says something else than the first record of the log.
+std::string LogAndError(const std::string &path, const std::string &file);
