@@ -188,7 +188,7 @@ load a: 1 => {a:2}
 load a: 1 => {a:1} | more
 unknown a => x
 unknown a
-component Unknown a => 0
+loads a: 1 => {a:1}
 switch on
 switch 1 => ok
 limits 1000 1 1 1

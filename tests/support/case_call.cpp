@@ -20,10 +20,7 @@ YamlListNode *NextOf(const YamlListNode &stNode)
     return zryaml::NodeOf(zryaml::LinkOf(stNode, eLink).next, eLink);
 }
 
-// The node that a word names: "." is the value of the whole document, a path leads to a key or an element, behind
-// either
-// "^" to the father, "/" to the first child and ">" to the next one of its father; "+text" makes a new scalar, "+{}"
-// and "+[]" a new collection.
+// The node that a word names; cases/README.md has the forms.
 YamlListNode *NodeOf(YamlHandle &stHandle, const string &word)
 {
     if (word == "+{}" || word == "+[]") {
@@ -87,46 +84,45 @@ public:
         return Unescaped(word);
     }
     explicit operator YamlHandle *() { return &m_stHandle; }
-    explicit operator const YamlHandle *() { return &m_stHandle; }
     explicit operator YamlListNode *() { return NodeOf(m_stHandle, Next()); }
-    explicit operator const YamlListNode *() { return NodeOf(m_stHandle, Next()); }
     explicit operator const YamlList *() { return &NodeOf(m_stHandle, Next())->stChildList; }
-    explicit operator const char *() // a text, or none for "-"
-    {
-        const string &text = m_texts.emplace_back(Next());
-        return text == "-" ? nullptr : text.c_str();
-    }
-    explicit operator uint32_t() { return static_cast<uint32_t>(std::stoul(Next())); }
-    explicit operator YamlListNode **() // the current node
-    {
-        m_pstCurrent = NodeOf(m_stHandle, Next());
-        m_bCurrent = true;
-        return &m_pstCurrent;
-    }
-    explicit operator uint32_t *() { return &m_uiFlag; } // the key/value flag
     explicit operator YamlAnchorNode *()
     {
         m_stAnchor.pstAnchoredNode = NodeOf(m_stHandle, Next());
         return &m_stAnchor;
     }
-    explicit operator const yaml_event_s *() { return &m_stEvent; } // a collection with the anchor "a"
-    explicit operator char *() { return m_acText; }                 // room for 100 bytes
-
-    [[nodiscard]] string Changes() const
+    explicit operator const yaml_event_s *() { return &m_stEvent; }
+    explicit operator uint32_t() { return static_cast<uint32_t>(std::stoul(Next())); }
+    explicit operator char() { return Next()[0]; }
+    explicit operator const char *()
     {
-        return (m_bCurrent ? " at " + Shown(m_pstCurrent) : "") +
-               (m_uiFlag != 1 ? " flag " + to_string(m_uiFlag) : "") +
-               (*m_acText != '\0' ? " \"" + Printable(m_acText) + "\"" : "");
+        const string word = Next();
+        return word != "-" ? m_given.emplace_back(word).c_str() : nullptr;
+    }
+    // What is written to is shown afterwards.
+    explicit operator YamlListNode **() { return &m_nodes.emplace_back(NodeOf(m_stHandle, Next())); }
+    explicit operator uint32_t *() { return &m_numbers.emplace_back(1U); }
+    explicit operator char *() { return (m_texts.emplace_back(Next()) += string(100, '\0')).data(); }
+
+    [[nodiscard]] string Written() const
+    {
+        string shown;
+        for (const YamlListNode *pstNode : m_nodes)
+            shown += " at " + Shown(pstNode);
+        for (const uint32_t uiNumber : m_numbers)
+            shown += uiNumber != 1 ? " " + to_string(uiNumber) : "";
+        for (const string &text : m_texts)
+            shown += " '" + Replaced(Printable(text.substr(0, text.find_last_not_of('\0') + 1)), "\\x00", "_") + "'";
+        return shown;
     }
 
 private:
     YamlHandle &m_stHandle;
     std::istringstream m_words;
-    std::list<string> m_texts;
-    YamlListNode *m_pstCurrent = nullptr;
-    bool m_bCurrent = false;
-    uint32_t m_uiFlag = 1;
-    char m_acAnchor[2] = "a", m_acText[100] = "";
+    std::list<YamlListNode *> m_nodes;
+    std::list<uint32_t> m_numbers;
+    std::list<string> m_given, m_texts;
+    char m_acAnchor[2] = "a";
     YamlAnchorNode m_stAnchor = {};
     yaml_event_t m_stEvent = {};
 };
@@ -139,7 +135,7 @@ template <class Result, class... Parameters> string Made(Result (*pfnCall)(Param
         std::apply(pfnCall, arguments);
     else
         result = Shown(std::apply(pfnCall, arguments));
-    return result + stWords.Changes();
+    return result + stWords.Written();
 }
 
 using Calls = std::map<string, string (*)(Words &)>;
@@ -151,13 +147,14 @@ template <class... Entry> Calls CallsOf(const Entry &...stEntry) // as arguments
 const Calls g_calls = CallsOf(
     CALL(AnchorInsertInMap), CALL(AnchorInsertInMapWithoutMapNode), CALL(AnchorInsertInSequence),
     CALL(AnchorListRealse), CALL(AnchorNodesClone), CALL(AnchorNodesParse), CALL(AnchorObjFind), CALL(AnchorRecord),
-    CALL(AnchorRecordEnd), CALL(CurrEventGet), CALL(DumpChildList), CALL(DumpMapList), CALL(DumpScalarNode),
-    CALL(EventEndSet), CALL(EventStartSet), CALL(FatherNodeNextLevelTypeSet), CALL(FirstNodeCheck), CALL(ListNodeFree),
+    CALL(AnchorRecordEnd), CALL(ArrayIndexGet), CALL(CurrEventGet), CALL(DumpChildList), CALL(DumpMapList),
+    CALL(DumpScalarNode), CALL(EventEndSet), CALL(EventStartSet), CALL(FatherNodeNextLevelTypeSet),
+    CALL(FirstNodeCheck), CALL(IndexGet), CALL(KeyParse), CALL(KeyParseForSeq), CALL(KeyStringGet), CALL(ListNodeFree),
     CALL(ListSameScalarCheck), CALL(MapAnchorCopy), CALL(MapEndProcess), CALL(MapNodeAddInSeq), CALL(MapStartProcess),
-    CALL(NodeValueGet), CALL(PropertyFind), CALL(PropertyFindInMapList), CALL(PropertyFindInScalarNode),
-    CALL(PropertyFindInSeqList), CALL(SameKeyFindInAnchor), CALL(ScalarNodeAdd), CALL(ScalarNodeAddInMap),
-    CALL(ScalarNodeAddInSeq), CALL(ScalarNodeAddWithKeyRole), CALL(ScalarNodeCreate), CALL(SeqEndProcess),
-    CALL(SeqStartProcess), CALL(Sequence2MapCopy), CALL(SequenceAnchorCopy), CALL(SingleNodeDup),
+    CALL(MetaChrProcess), CALL(NodeValueGet), CALL(PropertyFind), CALL(PropertyFindInMapList),
+    CALL(PropertyFindInScalarNode), CALL(PropertyFindInSeqList), CALL(SameKeyFindInAnchor), CALL(ScalarNodeAdd),
+    CALL(ScalarNodeAddInMap), CALL(ScalarNodeAddInSeq), CALL(ScalarNodeAddWithKeyRole), CALL(ScalarNodeCreate),
+    CALL(SeqEndProcess), CALL(SeqStartProcess), CALL(Sequence2MapCopy), CALL(SequenceAnchorCopy), CALL(SingleNodeDup),
     CALL(SpacePrintWithNewLine), CALL(StringTailSpaceCount));
 
 string Call(YamlHandle *pstHandle, const string &nameAndWords)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Operations on a text of its own: loading it, with enough memory and with too little, and cutting up a key path.
+// Operations on a text of its own: loading it, with enough memory and with too little.
 #include "case_file.h"
 #include "case_operations.h"
 #include "reading_check.h"
@@ -127,26 +127,6 @@ string Starve(YamlHandle *, const string &text)
     return outcome;
 }
 
-string Component(YamlHandle *, const string &callAndText)
-{
-    const size_t ulSpace = std::min(callAndText.find(' '), callAndText.size() - 1);
-    const string call = callAndText.substr(0, ulSpace);
-    string text = callAndText.substr(ulSpace + 1);
-    char acName[6] = "none", *pc = text.data();
-    uint32_t uiUsed = 0, uiIndex = YAML_INDEX_NONE;
-    const int64_t lResult =
-        call == "KeyParse"         ? yaml_KeyParse(pc, sizeof(acName), acName, &uiUsed, &uiIndex)
-        : call == "KeyParseForSeq" ? yaml_KeyParseForSeq(pc, sizeof(acName), acName, &uiUsed, &uiIndex)
-        : call == "KeyStringGet"   ? yaml_KeyStringGet(pc, '.', sizeof(acName), acName, &uiUsed, &uiIndex)
-        : call == "MetaChrProcess" ? yaml_MetaChrProcess(pc, sizeof(acName), acName, &uiUsed, &uiIndex)
-        : call == "ArrayIndexGet"  ? int64_t{yaml_ArrayIndexGet(pc, &uiUsed, &uiIndex)}
-        : call == "IndexGet"       ? int64_t{yaml_IndexGet(pc, &uiIndex)}
-                                   : 77;
-    return to_string(lResult) + " '" + acName + "' used " + to_string(uiUsed) +
-           (uiIndex != YAML_INDEX_NONE ? " index " + to_string(uiIndex) : "") + " left '" +
-           Replaced(text, std::string_view("\0", 1), "_") + "'\n" + Base().LogText();
-}
-
 } // namespace
 
 YamlHandle *TextLoad(const string &text)
@@ -179,5 +159,4 @@ const std::map<string, Operation> g_loadOperations = {
     {"file", {[](auto *, auto &path) { return LoadOutcome(path, true, Tree); }, Operation::Text}},
     {"memory", {[](auto *, auto &text) { return LoadOutcome(text, false, Count); }, Operation::Text}},
     {"starve", {Starve, Operation::Text}},
-    {"component", {Component, Operation::Text}},
 };
