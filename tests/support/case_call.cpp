@@ -147,15 +147,15 @@ template <class... Entry> Calls CallsOf(const Entry &...stEntry) // as arguments
 const Calls g_calls = CallsOf(
     CALL(AnchorInsertInMap), CALL(AnchorInsertInMapWithoutMapNode), CALL(AnchorInsertInSequence),
     CALL(AnchorListRealse), CALL(AnchorNodesClone), CALL(AnchorNodesParse), CALL(AnchorObjFind), CALL(AnchorRecord),
-    CALL(AnchorRecordEnd), CALL(ArrayIndexGet), CALL(CurrEventGet), CALL(DumpChildList), CALL(DumpMapList),
-    CALL(DumpScalarNode), CALL(EventEndSet), CALL(EventStartSet), CALL(FatherNodeNextLevelTypeSet),
-    CALL(FirstNodeCheck), CALL(IndexGet), CALL(KeyParse), CALL(KeyParseForSeq), CALL(KeyStringGet), CALL(ListNodeFree),
-    CALL(ListSameScalarCheck), CALL(MapAnchorCopy), CALL(MapEndProcess), CALL(MapNodeAddInSeq), CALL(MapStartProcess),
-    CALL(MetaChrProcess), CALL(NodeValueGet), CALL(PropertyFind), CALL(PropertyFindInMapList),
-    CALL(PropertyFindInScalarNode), CALL(PropertyFindInSeqList), CALL(SameKeyFindInAnchor), CALL(ScalarNodeAdd),
-    CALL(ScalarNodeAddInMap), CALL(ScalarNodeAddInSeq), CALL(ScalarNodeAddWithKeyRole), CALL(ScalarNodeCreate),
-    CALL(SeqEndProcess), CALL(SeqStartProcess), CALL(Sequence2MapCopy), CALL(SequenceAnchorCopy), CALL(SingleNodeDup),
-    CALL(SpacePrintWithNewLine), CALL(StringTailSpaceCount));
+    CALL(AnchorRecordEnd), CALL(ArrayIndexGet), CALL(CurrEventGet), CALL(DirectAnchorInsertInMap), CALL(DumpChildList),
+    CALL(DumpMapList), CALL(DumpScalarNode), CALL(DumpValue), CALL(EventEndSet), CALL(EventStartSet),
+    CALL(FatherNodeNextLevelTypeSet), CALL(FirstNodeCheck), CALL(IndexGet), CALL(KeyParse), CALL(KeyParseForSeq),
+    CALL(KeyStringGet), CALL(ListNodeFree), CALL(ListSameScalarCheck), CALL(MapAnchorCopy), CALL(MapEndProcess),
+    CALL(MapNodeAddInSeq), CALL(MapStartProcess), CALL(MetaChrProcess), CALL(NodeValueGet), CALL(PropertyFind),
+    CALL(PropertyFindInMapList), CALL(PropertyFindInScalarNode), CALL(PropertyFindInSeqList), CALL(SameKeyFindInAnchor),
+    CALL(ScalarNodeAdd), CALL(ScalarNodeAddInMap), CALL(ScalarNodeAddInSeq), CALL(ScalarNodeAddWithKeyRole),
+    CALL(ScalarNodeCreate), CALL(ScalarProcess), CALL(SeqEndProcess), CALL(SeqStartProcess), CALL(Sequence2MapCopy),
+    CALL(SequenceAnchorCopy), CALL(SingleNodeDup), CALL(SpacePrintWithNewLine), CALL(StringTailSpaceCount));
 
 string Call(YamlHandle *pstHandle, const string &nameAndWords)
 {

@@ -109,7 +109,8 @@ string Unread(YamlHandle *pstHandle, const string &)
 {
     string text = "unread";
     for (YamlUnreadKey stKey = {}; ZRYAML_UnreadKeyNext(pstHandle, &stKey) == YAML_OK;)
-        text += string(" ") + stKey.acPath + "@" + to_string(stKey.uiLine) + (stKey.uiFromAlias != 0 ? "*" : "");
+        text += string(" ") + stKey.acPath + "@" + Place(stKey.uiLine, stKey.uiColumn) +
+                (stKey.uiFromAlias != 0 ? "*" : "");
     return ReadOutcome(text + "\n", "", "");
 }
 
