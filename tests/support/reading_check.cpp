@@ -97,44 +97,34 @@ void ValueRead(Reading &st, const YamlListNode &stValue, std::string &text, std:
     st.bEmpty = st.bEmpty || uiCount == 0;
 }
 
-// What an iterator yields for a child: a scalar of a map, or the first key of a map in a sequence; if any.
-YamlKeyValue PairOf(const YamlChild &stChild, bool bMap)
+// What an iterator on the key of a value yields: the scalars of a map, or the first pair of each map in a sequence.
+std::string PairsBelow(const YamlListNode &stValue)
 {
-    YamlChild stPair = {};
-    if (bMap)
-        stPair = stChild;
-    else if (stChild.uiType == YAML_DATATYPE_MAP)
-        (void)ZRYAML_ChildNextGet(stChild.pstValue, &stPair);
-    const bool bText = ZRYAML_ValueTypeGet(stPair.pstValue) == YAML_DATATYPE_SCALAR;
-    return bText ? YamlKeyValue{stPair.pcKey, ZRYAML_ValueTextGet(stPair.pstValue)} : YamlKeyValue{};
+    std::string pairs;
+    for (YamlChild stChild = {}; ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK;) {
+        YamlChild stPair = stChild.pcKey != nullptr ? stChild : YamlChild{};
+        if (stChild.pcKey == nullptr && stChild.uiType == YAML_DATATYPE_MAP)
+            (void)ZRYAML_ChildNextGet(stChild.pstValue, &stPair);
+        if (stPair.pstValue != nullptr && stPair.uiType == YAML_DATATYPE_SCALAR)
+            pairs += std::string(stPair.pcKey) + "=" + ZRYAML_ValueTextGet(stPair.pstValue) + ",";
+    }
+    return pairs;
 }
 
 // An iterator on a key walks the value; one on an element walks what is first below it, which only has to end.
-void IteratorCheck(YamlHandle &stHandle, const std::string &path, const YamlListNode &stValue)
+void IteratorCheck(YamlHandle &stHandle, const std::string &path, const YamlListNode *pstValue)
 {
     YamlIterator *pstIter = yaml_IteratorCreate(&stHandle, "%s", path.c_str());
-    const bool bUnderKey = ZRYAML_ValueTypeGet(stValue.pstFather) == YAML_DATATYPE_SCALAR;
-    const uint32_t uiType = ZRYAML_ValueTypeGet(&stValue);
-    Require(!bUnderKey || (uiType != YAML_DATATYPE_SCALAR) == (pstIter != nullptr), "an iterator on a text, or none",
-            path);
-    if (pstIter == nullptr)
-        return;
+    std::string pairs;
     YamlKeyValue stPair = {};
-    for (YamlChild stChild = {}; bUnderKey && ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK;) {
-        const auto [pcKey, pcValue] = PairOf(stChild, uiType == YAML_DATATYPE_MAP);
-        if (pcKey == nullptr)
-            continue;
-        Require(yaml_NextKeyValueGet(pstIter, &stPair) == YAML_OK, "an iterator ends too early", path);
-        Require(stPair.pcKey == pcKey && stPair.pcValue == pcValue, "an iterator differs", path);
-    }
-    while (!bUnderKey && yaml_NextKeyValueGet(pstIter, &stPair) == YAML_OK)
-        Require(stPair.pcKey != nullptr && stPair.pcValue != nullptr, "an iterator gives no texts", path);
-    const auto [pcLastKey, pcLastValue] = stPair;
-    for (const YamlIterator stEnd = *pstIter; const int iTime : {0, 1}) {
-        Require(yaml_NextKeyValueGet(pstIter, &stPair) == YAML_ERR_ITER_END, "an iterator does not end", path);
-        Require(stPair.pcKey == pcLastKey && stPair.pcValue == pcLastValue, "the end changes the pair", path);
-        Require(iTime == 0 || memcmp(pstIter, &stEnd, sizeof(stEnd)) == 0, "the end changes the iterator", path);
-    }
+    while (pstIter != nullptr && yaml_NextKeyValueGet(pstIter, &stPair) == YAML_OK)
+        pairs += std::string(stPair.pcKey) + "=" + stPair.pcValue + ",";
+    Require(pstIter == nullptr || yaml_NextKeyValueGet(pstIter, &stPair) == YAML_ERR_ITER_END, "no end", path);
+    const bool bText = ZRYAML_ValueTypeGet(pstValue) == YAML_DATATYPE_SCALAR;
+    const bool bUnderKey = pstValue != nullptr && ZRYAML_ValueTypeGet(pstValue->pstFather) == YAML_DATATYPE_SCALAR;
+    Require(pstIter == nullptr || (pstValue != nullptr && !(bUnderKey && bText)), "an iterator on a text or on nothing",
+            path);
+    Require(!bUnderKey || bText || (pstIter != nullptr && pairs == PairsBelow(*pstValue)), "an iterator differs", path);
     yaml_IteratorDestroy(pstIter);
 }
 
@@ -181,10 +171,7 @@ void PathCheck(YamlHandle &stHandle, const std::string &path)
     const uint32_t uiPlaced = ZRYAML_PositionGet(&stHandle, &auiPlace[0], &auiPlace[1], "%s", pcPath);
     ZRYAML_ValuePositionGet(pstValue, &auiSame[0], &auiSame[1]);
     Require((uiPlaced == YAML_OK) == bFound && std::ranges::equal(auiPlace, auiSame), "the place differs", path);
-    if (bFound)
-        IteratorCheck(stHandle, path, *pstValue);
-    else
-        Require(yaml_IteratorCreate(&stHandle, "%s", pcPath) == nullptr, "an iterator on nothing", path);
+    IteratorCheck(stHandle, path, pstValue);
 }
 
 std::string DumpText(YamlHandle &stHandle)
