@@ -5,6 +5,7 @@
 
 #include <array>
 #include <bit>
+#include <optional>
 
 #include <sys/syscall.h>
 #include <time.h>
@@ -14,59 +15,28 @@
 
 namespace {
 
-struct FakeClock {
-    bool bSet = false;
-    timespec stNow = {0, 0};
-    int64_t lStepNs = 0; // by which each reading moves it on
-} thread_local g_stClock;
-
-void ClockSet(timespec stNow, int64_t lStepNs = 0)
-{
-    g_stClock = {true, stNow, lStepNs};
-}
-
-const uint32_t g_uiSwitchAtStart = yaml_IsDebugSwitchOpen();
 constexpr long Ms = 1'000'000;
+const uint32_t g_uiSwitchAtStart = yaml_IsDebugSwitchOpen();
+thread_local std::optional<timespec> g_stNow; // the clock, if it is set
+thread_local long g_lStepNs = 0;              // by which each reading moves it on
 
-struct ElapseCase {
-    int iLine;
-    timespec stStamp, stNow;
-    uint32_t uiResult, uiElapse; // the number is 77 before
+struct Statistics : Recorded {
+    ~Statistics() override { g_stNow.reset(); }
+    YamlHandle stHandle = {};
 };
-constexpr ElapseCase g_astElapse[] = {
-    {__LINE__, {5, 900 * Ms}, {7, 100 * Ms}, 0, 1200},
-    {__LINE__, {5, 100 * Ms}, {5, 100 * Ms + 999'999}, 0, 0},
-    {__LINE__, {5, 100 * Ms}, {5, 101 * Ms}, 0, 1},
-    {__LINE__, {5, 100 * Ms}, {6, 100 * Ms}, 0, 1000},
-    {__LINE__, {5, 999 * Ms + 999'999}, {6, 0}, 0, 0},
-    {__LINE__, {0, 0}, {4294967, 295 * Ms}, 0, 4294967295},
-    {__LINE__, {0, 0}, {4294968, 0}, 0, 704}, // as 32 bits hold it
-    {__LINE__, {5, 100 * Ms}, {5, 100 * Ms - 1}, YAML_ERR_PARAM, 77},
-    {__LINE__, {7, 900 * Ms}, {5, 950 * Ms}, YAML_ERR_PARAM, 77},
-};
-
-#define BAD_INFO "2 16 The parameter is invalid to get debug information.\n"
 
 using Fields = std::array<uint32_t, 4>; // parse time, memory size, query count, average
-Fields FieldsOf(const YamlDebugInfo &stInfo)
-{
-    return std::bit_cast<Fields>(stInfo);
-}
 
 } // namespace
 
 extern "C" int clock_gettime(clockid_t iClock, timespec *pstTime) noexcept
 {
-    if (!g_stClock.bSet || iClock != CLOCK_MONOTONIC)
+    if (!g_stNow.has_value() || iClock != CLOCK_MONOTONIC)
         return static_cast<int>(syscall(SYS_clock_gettime, iClock, pstTime));
-    *pstTime = g_stClock.stNow;
-    g_stClock.stNow.tv_nsec += g_stClock.lStepNs;
+    *pstTime = *g_stNow;
+    g_stNow->tv_nsec += g_lStepNs;
     return 0;
 }
-
-struct Statistics : Recorded {
-    ~Statistics() override { g_stClock.bSet = false; }
-};
 
 TEST_F(Statistics, SwitchKeepsWhatIsSet)
 {
@@ -82,69 +52,57 @@ TEST_F(Statistics, SwitchKeepsWhatIsSet)
 
 TEST_F(Statistics, ElapsedMilliseconds)
 {
-    for (const ElapseCase &stCase : g_astElapse) {
-        SCOPED_TRACE(stCase.iLine);
-        uint32_t uiElapse = 77;
-        timespec stStamp = {1, 2};
-        YamlHandle stHandle;
-        yaml_HandleInit(&stHandle);
-        ClockSet(stCase.stStamp);
+    constexpr uint32_t Refused = 77;
+    const std::tuple<timespec, timespec, uint32_t> astCase[] = {
+        {{5, 900 * Ms}, {7, 100 * Ms}, 1200},        {{5, 100 * Ms}, {5, 100 * Ms}, 0},
+        {{5, 100 * Ms}, {5, 102 * Ms - 1}, 1},       {{5, 100 * Ms}, {4294973, 100 * Ms}, 704}, // as 32 bits hold it
+        {{5, 100 * Ms}, {5, 100 * Ms - 1}, Refused}, {{7, 900 * Ms}, {5, 950 * Ms}, Refused},
+    };
+    timespec stStamp = {1, 2};
+    yaml_StartPoint(&stStamp); // with the switch off
+    EXPECT_EQ(stStamp.tv_sec + stStamp.tv_nsec, 3);
+    ZRYAML_DebugSwitchSet(2);
+    for (const auto &[stStart, stEnd, uiExpected] : astCase) {
+        uint32_t uiElapse = Refused;
+        stHandle.uiParseTime = Refused;
+        stHandle.ulQueryTimeTotal = 0;
+        g_stNow = stStart;
         yaml_StartPoint(&stStamp);
-        EXPECT_EQ(stStamp.tv_sec + stStamp.tv_nsec, 3);
-        EXPECT_EQ(yaml_ElapseTimeGet(&stStamp, &uiElapse), YAML_ERR_SWITCH_OFF);
-
-        ZRYAML_DebugSwitchSet(2);
-        yaml_StartPoint(&stStamp);
-        EXPECT_TRUE(stStamp.tv_sec == stCase.stStamp.tv_sec && stStamp.tv_nsec == stCase.stStamp.tv_nsec);
-        ClockSet(stCase.stNow);
-        stHandle.uiParseTime = uiElapse;
-        EXPECT_EQ(yaml_ElapseTimeGet(&stStamp, &uiElapse), stCase.uiResult);
-        EXPECT_EQ(uiElapse, stCase.uiElapse);
-        for (const uint32_t uiSwitch : {2U, 0U}) { // the second time nothing is added
-            ZRYAML_DebugSwitchSet(uiSwitch);
-            yaml_ParseElapseTimeGet(&stHandle, &stStamp);
-            yaml_QueryDbgInfoRecord(&stHandle, &stStamp);
-            EXPECT_EQ(stHandle.uiParseTime, uiElapse);
-            EXPECT_EQ(stHandle.uiQueryCount, stCase.uiResult == YAML_OK ? 1U : 0U);
-            EXPECT_EQ(stHandle.ulQueryTimeTotal, stCase.uiResult == YAML_OK ? uint64_t{uiElapse} + 1 : 0U);
-        }
-        EXPECT_EQ(Base().LogText(), "");
+        g_stNow = stEnd;
+        EXPECT_EQ(yaml_ElapseTimeGet(&stStamp, &uiElapse), uiExpected == Refused ? YAML_ERR_PARAM : YAML_OK);
+        EXPECT_EQ(uiElapse, uiExpected);
+        yaml_ParseElapseTimeGet(&stHandle, &stStamp);
+        EXPECT_EQ(stHandle.uiParseTime, uiExpected);
+        yaml_QueryDbgInfoRecord(&stHandle, &stStamp);
+        EXPECT_EQ(stHandle.ulQueryTimeTotal, uiExpected == Refused ? 0U : uiExpected + 1U);
     }
+    EXPECT_EQ(Base().LogText(), "");
 }
 
 TEST_F(Statistics, InfoOfCountedQueries)
 {
-    YamlHandle stHandle;
-    yaml_HandleInit(&stHandle);
     YamlDebugInfo stInfo = {1, 2, 3, 4};
     EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, &stInfo), YAML_ERR_SWITCH_OFF);
     EXPECT_EQ(ZRYAML_DebugInfoGet(nullptr, &stInfo), YAML_ERR_PARAM);
     EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, nullptr), YAML_ERR_PARAM);
-    EXPECT_EQ(Base().LogText(), "2 19000012 The debug switch has not been open.\n" BAD_INFO BAD_INFO);
-    EXPECT_EQ(FieldsOf(stInfo), (Fields{1, 2, 3, 4}));
+    EXPECT_EQ(Base().LogText(), "2 19000012 The debug switch has not been open.\n"
+                                "2 16 The parameter is invalid to get debug information.\n"
+                                "2 16 The parameter is invalid to get debug information.\n");
+    EXPECT_EQ(std::bit_cast<Fields>(stInfo), (Fields{1, 2, 3, 4}));
     Base().Reset();
     ZRYAML_DebugSwitchSet(2);
-    EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, &stInfo), YAML_OK);
-    EXPECT_EQ(FieldsOf(stInfo), (Fields{0, 0, 0, 0}));
-    ClockSet({10, 0});
     stHandle.uiParseTime = 12;
     stHandle.uiMemSize = 34;
-    const struct {
-        long lMs;
-        Fields auiFields;
-    } astQuery[] = {{2, {12, 34, 1, 3}}, {0, {12, 34, 2, 2}}, {5, {12, 34, 3, 3}}}; // 3 by 1, 4 by 2, 10 by 3
-    for (const auto &stQuery : astQuery) {
-        const timespec stStamp = {9, (1000 - stQuery.lMs) * Ms};
-        yaml_QueryDbgInfoRecord(&stHandle, &stStamp);
+    const std::tuple<uint32_t, uint64_t, uint32_t> astCase[] = {{0, 0, 0}, {3, 11, 3}, {3, 1ULL << 34U, 0x55555555}};
+    for (const auto &[uiCount, ulTotal, uiAverage] : astCase) { // the last average has more than 32 bits
+        stHandle.uiQueryCount = uiCount;
+        stHandle.ulQueryTimeTotal = ulTotal;
         EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, &stInfo), YAML_OK);
-        EXPECT_EQ(FieldsOf(stInfo), stQuery.auiFields);
+        EXPECT_EQ(std::bit_cast<Fields>(stInfo), (Fields{12, 34, uiCount, uiAverage}));
     }
-    EXPECT_EQ(stHandle.ulQueryTimeTotal, 10U);
     EXPECT_EQ(Base().LogText(), "");
-    stHandle.ulQueryTimeTotal = 3 * (uint64_t{1} << 32) + 16; // an average of more than 32 bits is cut
     Base().bSecureCallsFail = true;
     EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, &stInfo), YAML_OK);
-    EXPECT_EQ(FieldsOf(stInfo), (Fields{12, 34, 3, 5}));
     EXPECT_EQ(Base().LogText(), "1 16 Secure check fail.\n");
 }
 
@@ -153,9 +111,9 @@ TEST_F(Statistics, LoadsAndQueriesAreTimed)
     for (const uint32_t uiSwitch : {0U, 1U, 2U}) {
         SCOPED_TRACE(uiSwitch);
         ZRYAML_DebugSwitchSet(uiSwitch);
-        ClockSet({100, 0}, 7 * Ms);
+        g_stNow = {100, 0};
+        g_lStepNs = 7 * Ms;
         YamlHandle *pstHandle = TextFileLoad("a: b\ns: [1]");
-        ASSERT_NE(pstHandle, nullptr);
         EXPECT_EQ(pstHandle->uiParseTime, uiSwitch != 0 ? 7U : 0U);
         EXPECT_EQ(pstHandle->uiMemSize != 0, uiSwitch == 1);
         for (const char *pcPath : {"a", "s", "missing"}) // the last is not counted
