@@ -51,6 +51,7 @@ TEST_F(Argument, OfTheWrongKind)
     REFUSED(NULL_LOG, ZRYAML_TextLoad(nullptr, 1, "x") == nullptr);
     REFUSED("", ZRYAML_PropertyGet(nullptr, "a.b") == nullptr);
     REFUSED("", g_pfnGet(pstHandle, nullptr) == nullptr);
+    EXPECT_STREQ(ZRYAML_LastErrorGet()->pcMessage, "The parameter is null."); // only not logged
     REFUSED(SIZE_LOG "(Handle=0x7e57, Key=(nil))\n", g_pfnSize(pstAnywhere, nullptr) == 0);
     REFUSED(SIZE_LOG "(Handle=(nil), Key=0x7e57)\n", g_pfnSize(nullptr, reinterpret_cast<char *>(pstAnywhere)) == 0);
     REFUSED(NULL_LOG, ZRYAML_PathFind(nullptr, "a") == nullptr);

@@ -69,6 +69,7 @@ TEST(Threads, LoadSideBySideAndFreeEachOthersDocuments)
         ZRYAML_HandleFree(pstSlot);
     ZR_MemInfo stInfo = {};
     EXPECT_EQ(ZR_MemInfoGet(yaml_MemHandleGet(), &stInfo), 0U);
+    EXPECT_STREQ(stInfo.pcName, "zr.yaml.memhdl");
     EXPECT_EQ(stInfo.ulBlocksInUse + stInfo.ulBytesInUse, 0U);
     EXPECT_EQ(g_uiPools, 1U);
 }
