@@ -69,6 +69,16 @@ TEST_F(ParseStep, EventsAndErrorsThatLibyamlNeverGives)
                                 "2 c The alias expansion is too large. (Alias=)\n");
 }
 
+TEST_F(ParseStep, ReleasedNodeLeavesItsChildrenFree)
+{
+    YamlListNode *pstMap = yaml_ListNodeAlloc(&stHandle), *pstKey = yaml_ScalarNodeCreate(&stHandle, "k");
+    pstMap->uiDataType = YAML_DATATYPE_MAP;
+    EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(pstKey, pstMap), YAML_OK);
+    yaml_ListNodeFree(pstMap);
+    EXPECT_TRUE(pstKey->pstFather == nullptr && pstKey->stChildLink.next == &pstKey->stChildLink);
+    yaml_ListNodeFree(pstKey);
+}
+
 // A list of anchors is released up to what is no record.
 TEST_F(ParseStep, AnchorsEndAtAForeignRecord)
 {
