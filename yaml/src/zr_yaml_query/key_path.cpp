@@ -31,19 +31,20 @@ bool IsStrayBracket(const char *pcText, size_t ulAt) noexcept
     return (pcText[ulAt] == '[' || pcText[ulAt] == ']') && ulAt > 0 && pcText[ulAt - 1] != '\\';
 }
 
-// Copies a name without the backslashes that escape; the number of characters stored, or Rejected.
+// Copies a name without the backslashes that escape; the number of characters stored, or Rejected. A NUL ends what is
+// stored in either case.
 int32_t NameUnescape(const char *pcText, uint32_t uiNameSize, char *pcKeyName) noexcept
 {
     uint32_t uiLength = 0;
-    for (size_t ul = 0; pcText[ul] != '\0'; ++ul) {
-        if (pcText[ul] == '\\' && IsMetaChar(pcText[ul + 1]))
-            continue;
-        if (IsStrayBracket(pcText, ul))
-            return PATH_REJECT("The format of key is wrong. (Key=%s)", pcText);
-        if (uiLength + 1 < uiNameSize)
+    size_t ul = 0;
+    for (; pcText[ul] != '\0' && !IsStrayBracket(pcText, ul); ++ul) {
+        const bool bEscapes = pcText[ul] == '\\' && IsMetaChar(pcText[ul + 1]);
+        if (!bEscapes && uiLength + 1 < uiNameSize)
             pcKeyName[uiLength++] = pcText[ul];
     }
     pcKeyName[uiLength] = '\0';
+    if (pcText[ul] != '\0')
+        return PATH_REJECT("The format of key is wrong. (Key=%s)", pcText);
     return static_cast<int32_t>(uiLength);
 }
 
@@ -98,11 +99,12 @@ bool zryaml::query::ComponentRead(char *pcKeyPath, char (&acName)[YAML_KEY_BUF_S
         uiParsedLen += static_cast<uint32_t>(pcEnd - pcText) + (*pcEnd == '[' ? 0 : 1); // the separator, or the end
         return true;
     }
-    acName[0] = '\0';
+    acName[0] = '\0'; // a copy that is refused leaves it so
     stComponent.uiIndex = YAML_INDEX_NONE;
-    const int32_t iResult = yaml_KeyParse(pcText, sizeof(acName), acName, &uiParsedLen, &stComponent.uiIndex);
+    if (yaml_KeyParse(pcText, sizeof(acName), acName, &uiParsedLen, &stComponent.uiIndex) < 0)
+        return false;
     stComponent.svName = acName;
-    return iResult >= 0;
+    return true;
 }
 
 int32_t yaml_KeyParse(char *pcKeyPath, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen, uint32_t *puiIndex)
