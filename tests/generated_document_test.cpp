@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Random documents, read by the library and by the plain reference: the same tree or the same refusal. The numbers of
 // the documents are the seeds, so that a failing one comes back. All are in flow style, as block style gives the same
-// events.
+// events. And all short key paths: the same value, in whatever way they are read.
 #include "support/load_text.h"
 #include "support/reading_check.h"
 #include "support/reference_tree.h"
@@ -10,6 +10,8 @@
 #include <map>
 #include <random>
 #include <vector>
+
+#include <zr_yaml.hpp>
 
 namespace {
 
@@ -93,4 +95,27 @@ TEST(GeneratedDocument, ReadsLikeTheReference)
     for (const uint32_t uiCode :
          {YAML_ERR_SAME, YAML_ERR_EVENT, YAML_ERR_READER, YAML_ERR_SCANNER, YAML_ERR_PARSE, YAML_ERR_ALIAS})
         EXPECT_GT(counts[uiCode], 20U) << std::hex << uiCode;
+}
+
+TEST(GeneratedPath, MeansTheSameInEveryReading)
+{
+    constexpr std::string_view svLetters = "{ab.[]}\\0";
+    const auto doc =
+        zryaml::Document::parse("{a: {a: x, b: [p, [q]]}, b: [{a: 1}], a.b: {'a[0]': 2}, '': {'': 4}, ']': 5, "
+                                "'{': 6, 'a{b': 7, '{}': 8, 'a]': 9, 'b\\': {0: c}}")
+            .or_throw();
+    uint32_t uiFound = 0;
+    for (size_t ulPath = 0; ulPath < 59049; ++ulPath) { // up to five letters
+        std::string path;
+        for (size_t ul = ulPath; ul > 0; ul /= svLetters.size())
+            path += svLetters[ul % svLetters.size()];
+        Base().Reset();
+        PathCheck(*doc.handle(), path);
+        const zryaml::Value stFound = doc.at(path);
+        const YamlListNode *pstInC = ZRYAML_PathFind(doc.handle(), path.c_str());
+        uiFound += stFound && pstInC != nullptr ? 1U : 0U;
+        EXPECT_TRUE(!stFound || pstInC == nullptr || stFound.node() == pstInC) << path; // one of them may refuse it
+    }
+    EXPECT_GT(uiFound, 15U);
+    Base().Reset();
 }
