@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstring>
 #include <set>
-#include <source_location>
 #include <string>
 #include <thread>
 #include <vector>
@@ -34,12 +33,11 @@ std::string g_sBuffer = g_sBefore; // the calls below write here
 
 // Expects one result of all these calls, and that the buffer then begins with a text, where '|' is a NUL, and is as
 // before behind it.
-void Gives(int iExpected, std::string sBegin, std::initializer_list<int> stResults,
-           std::source_location stAt = std::source_location::current())
+void Gives(int iExpected, std::string sBegin, std::initializer_list<int> stResults, int iLine = __builtin_LINE())
 {
     std::replace(sBegin.begin(), sBegin.end(), '|', '\0');
-    EXPECT_EQ(std::vector(stResults), std::vector(stResults.size(), iExpected)) << "line " << stAt.line();
-    EXPECT_EQ(g_sBuffer, sBegin + g_sBefore.substr(sBegin.size())) << "line " << stAt.line();
+    EXPECT_EQ(std::vector(stResults), std::vector(stResults.size(), iExpected)) << "line " << iLine;
+    EXPECT_EQ(g_sBuffer, sBegin + g_sBefore.substr(sBegin.size())) << "line " << iLine;
     g_sBuffer = g_sBefore;
 }
 
