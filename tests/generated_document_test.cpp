@@ -11,8 +11,6 @@
 #include <random>
 #include <vector>
 
-#include <zr_yaml.hpp>
-
 namespace {
 
 // A capital letter stands for one of its texts: a document, a value, its anchor, a scalar, a map, a sequence, keys, a
@@ -100,22 +98,15 @@ TEST(GeneratedDocument, ReadsLikeTheReference)
 TEST(GeneratedPath, MeansTheSameInEveryReading)
 {
     constexpr std::string_view svLetters = "{ab.[]}\\0";
-    const auto doc =
-        zryaml::Document::parse("{a: {a: x, b: [p, [q]]}, b: [{a: 1}], a.b: {'a[0]': 2}, '': {'': 4}, ']': 5, "
-                                "'{': 6, 'a{b': 7, '{}': 8, 'a]': 9, 'b\\': {0: c}}")
-            .or_throw();
-    uint32_t uiFound = 0;
+    YamlHandle *pstHandle = TextFileLoad("{a: {a: x, b: [p, [q]]}, b: [{a: 1}], a.b: {'a[0]': 2}, '': {'': 4}, ']': 5, "
+                                         "'{': 6, 'a{b': 7, '{}': 8, 'a]': 9, 'b\\': {0: c}}");
     for (size_t ulPath = 0; ulPath < 59049; ++ulPath) { // up to five letters
         std::string path;
         for (size_t ul = ulPath; ul > 0; ul /= svLetters.size())
             path += svLetters[ul % svLetters.size()];
         Base().Reset();
-        PathCheck(*doc.handle(), path);
-        const zryaml::Value stFound = doc.at(path);
-        const YamlListNode *pstInC = ZRYAML_PathFind(doc.handle(), path.c_str());
-        uiFound += stFound && pstInC != nullptr ? 1U : 0U;
-        EXPECT_TRUE(!stFound || pstInC == nullptr || stFound.node() == pstInC) << path; // one of them may refuse it
+        PathCheck(*pstHandle, path);
     }
-    EXPECT_GT(uiFound, 15U);
+    ZRYAML_HandleFree(pstHandle);
     Base().Reset();
 }
