@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The C++ face: what typed reads take and refuse, absent against wrong, key paths with data in them, walks, and all of
 // it when memory is short.
-#include <zr_base.h>
 #include <zr_yaml.hpp>
 
 #include <gtest/gtest.h>
@@ -167,24 +166,6 @@ TEST(Cxx, PutsArgumentsIntoPathsAsData)
             EXPECT_EQ(stRead.has_value() ? *stRead : stRead.error().message, outcome) << stValue.path();
         }
     }
-}
-
-// A path never means one value here and another one in C; either may refuse it.
-TEST(Cxx, ReadsShortPathsAsTheCInterfaceDoes)
-{
-    constexpr std::string_view svLetters = "{ab.[]}\\0";
-    const Document doc = Parsed("{a: {a: x, b: [p, [q]]}, b: [{a: 1}], a.b: {'a[0]': 2}, '': {'': 4}, ']': 5, '{': 6, "
-                                "'a{b': 7, '{}': 8, 'a]': 9}");
-    ZR_LogLevelSet(ZR_LOG_NOTHING);                     // C logs each path that leads nowhere
-    for (size_t ulPath = 0; ulPath < 59049; ++ulPath) { // up to five letters
-        std::string path;
-        for (size_t ul = ulPath; ul > 0; ul /= svLetters.size())
-            path += svLetters[ul % svLetters.size()];
-        const Value stFound = doc.at(path);
-        const YamlListNode *pstInC = stFound ? ZRYAML_PathFind(doc.handle(), path.c_str()) : nullptr;
-        EXPECT_TRUE(pstInC == nullptr || pstInC == stFound.node()) << path;
-    }
-    ZR_LogLevelSet(ZR_LOG_WARNING);
 }
 
 // Each text with its path. On the way, every value leads back to itself by its path and its key.

@@ -155,7 +155,7 @@ const Calls g_calls = CallsOf(
     CALL(PropertyFindInMapList), CALL(PropertyFindInScalarNode), CALL(PropertyFindInSeqList), CALL(SameKeyFindInAnchor),
     CALL(ScalarNodeAdd), CALL(ScalarNodeAddInMap), CALL(ScalarNodeAddInSeq), CALL(ScalarNodeAddWithKeyRole),
     CALL(ScalarNodeCreate), CALL(ScalarProcess), CALL(SeqEndProcess), CALL(SeqStartProcess), CALL(Sequence2MapCopy),
-    CALL(SequenceAnchorCopy), CALL(SingleNodeDup), CALL(SpacePrintWithNewLine), CALL(StringTailSpaceCount));
+    CALL(SequenceAnchorCopy), CALL(SpacePrintWithNewLine), CALL(StringTailSpaceCount));
 
 string Call(YamlHandle *pstHandle, const string &nameAndWords)
 {
@@ -176,7 +176,6 @@ string Call(YamlHandle *pstHandle, const string &nameAndWords)
 const std::map<string, void (*)(YamlListNode &, uint32_t)> g_damages = {
     {"foreign", [](YamlListNode &st, uint32_t) { st.uiMagic = 0; }},
     {"marked", [](YamlListNode &st, uint32_t) { st.uiSameWithAnchor = 1; }},
-    {"copied", [](YamlListNode &st, uint32_t) { st.uiFromAlias = 1; }},
     {"open", [](YamlListNode &st, uint32_t) { st.uiState |= zryaml::NODE_OPEN; }},
     {"anchored", [](YamlListNode &st, uint32_t) { st.uiState |= zryaml::NODE_ANCHORED; }},
     {"unlinked", [](YamlListNode &st, uint32_t) { st.uPrivate.pstSameKey = nullptr; }},
