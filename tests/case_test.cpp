@@ -198,7 +198,7 @@ TEST(CaseRunner, FindsFaults)
                                 "unknown a",
                                 "switch on",
                                 "switch 1 => ok",
-                                "limits 1000 1 1 1",
+                                "limits 513 1 1 1",
                                 "doc a: b: c",
                                 "doc a: 1 => x",
                                 "damage foreign d",

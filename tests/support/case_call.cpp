@@ -5,6 +5,7 @@
 #include "node_tree.h"
 
 #include <list>
+#include <regex>
 #include <sstream>
 #include <tuple>
 #include <yaml.h>
@@ -58,6 +59,10 @@ string Shown(const char *pcText)
 {
     return pcText != nullptr ? "=" + Printable(pcText) : "nothing";
 }
+string Shown(const void *pRecord)
+{
+    return pRecord != nullptr ? "something" : "nothing";
+}
 string Shown(const YamlListNode *pstNode)
 {
     if (pstNode == nullptr || pstNode->uiDataType > YAML_DATATYPE_MAP)
@@ -93,12 +98,16 @@ public:
     }
     explicit operator const yaml_event_s *() { return &m_stEvent; }
     explicit operator uint32_t() { return static_cast<uint32_t>(std::stoul(Next())); }
+    explicit operator size_t() { return std::stoul(Next()); }
     explicit operator char() { return Next()[0]; }
-    explicit operator const char *()
-    {
-        const string word = Next();
-        return word != "-" ? m_given.emplace_back(word).c_str() : nullptr;
-    }
+    explicit operator const char *() { return m_given.emplace_back(Next()).c_str(); }
+    // Records of the caller.
+    explicit operator YamlChild *() { return &m_stChild; }
+    explicit operator YamlDebugInfo *() { return &m_stInfo; }
+    explicit operator YamlIterator *() { return &m_stIterator; }
+    explicit operator YamlKeyValue *() { return &m_stPair; }
+    explicit operator YamlUnreadKey *() { return &m_stUnread; }
+    explicit operator YamlLimits *() { return &m_stLimits; }
     // What is written to is shown afterwards.
     explicit operator YamlListNode **() { return &m_nodes.emplace_back(NodeOf(m_stHandle, Next())); }
     explicit operator uint32_t *() { return &m_numbers.emplace_back(1U); }
@@ -125,52 +134,87 @@ private:
     char m_acAnchor[2] = "a";
     YamlAnchorNode m_stAnchor = {};
     yaml_event_t m_stEvent = {};
+    YamlChild m_stChild = {};
+    YamlDebugInfo m_stInfo = {};
+    YamlIterator m_stIterator = {};
+    YamlKeyValue m_stPair = {};
+    YamlUnreadKey m_stUnread = {};
+    YamlLimits m_stLimits = {};
 };
 
-template <class Result, class... Parameters> string Made(Result (*pfnCall)(Parameters...), Words &stWords)
+// The call; the argument with a number, counted from 1, is 0 or null in it.
+template <class... Parameters, class Call> string Made(Call pfnCall, Words &stWords, size_t ulNull)
 {
-    const std::tuple<Parameters...> arguments{static_cast<Parameters>(stWords)...}; // one after the other
-    string result = "done";
-    if constexpr (std::is_void_v<Result>)
-        std::apply(pfnCall, arguments);
-    else
-        result = Shown(std::apply(pfnCall, arguments));
-    return result + stWords.Written();
+    std::tuple<Parameters...> arguments{static_cast<Parameters>(stWords)...}; // one after the other
+    return std::apply(
+        [&](Parameters &...argument) {
+            size_t ulNumber = 0;
+            ((++ulNumber == ulNull ? void(argument = {}) : void()), ...);
+            string result = "done";
+            if constexpr (std::is_void_v<decltype(pfnCall(argument...))>)
+                pfnCall(argument...);
+            else
+                result = Shown(pfnCall(argument...));
+            return result + stWords.Written();
+        },
+        arguments);
+}
+template <class Result, class... Parameters>
+string MadeOf(Result (*pfnCall)(Parameters...), Words &stWords, size_t ulNull)
+{
+    return Made<Parameters...>(pfnCall, stWords, ulNull);
+}
+template <class Result, class... Parameters>
+string MadeOf(Result (*pfnCall)(Parameters..., ...), Words &stWords, size_t ulNull)
+{
+    return Made<Parameters...>(pfnCall, stWords, ulNull);
 }
 
-using Calls = std::map<string, string (*)(Words &)>;
+using Calls = std::map<string, string (*)(Words &, size_t)>;
 template <class... Entry> Calls CallsOf(const Entry &...stEntry) // as arguments they stand several on a line
 {
     return Calls{stEntry...};
 }
-#define CALL(name) Calls::value_type(#name, [](Words &stWords) { return Made(yaml_##name, stWords); })
+#define CALL_OF(prefix, name) \
+    Calls::value_type(#name, [](Words &stWords, size_t ulNull) { return MadeOf(prefix##name, stWords, ulNull); })
+#define CALL(name) CALL_OF(yaml_, name)
+#define ZR_CALL(name) CALL_OF(ZRYAML_, name)
 const Calls g_calls = CallsOf(
     CALL(AnchorInsertInMap), CALL(AnchorInsertInMapWithoutMapNode), CALL(AnchorInsertInSequence),
     CALL(AnchorListRealse), CALL(AnchorNodesClone), CALL(AnchorNodesParse), CALL(AnchorObjFind), CALL(AnchorRecord),
     CALL(AnchorRecordEnd), CALL(ArrayIndexGet), CALL(CurrEventGet), CALL(DirectAnchorInsertInMap), CALL(DumpChildList),
     CALL(DumpMapList), CALL(DumpScalarNode), CALL(DumpValue), CALL(EventEndSet), CALL(EventStartSet),
-    CALL(FatherNodeNextLevelTypeSet), CALL(FirstNodeCheck), CALL(IndexGet), CALL(KeyParse), CALL(KeyParseForSeq),
-    CALL(KeyStringGet), CALL(ListNodeFree), CALL(ListSameScalarCheck), CALL(MapAnchorCopy), CALL(MapEndProcess),
-    CALL(MapNodeAddInSeq), CALL(MapStartProcess), CALL(MetaChrProcess), CALL(NodeValueGet), CALL(PropertyFind),
-    CALL(PropertyFindInMapList), CALL(PropertyFindInScalarNode), CALL(PropertyFindInSeqList), CALL(SameKeyFindInAnchor),
-    CALL(ScalarNodeAdd), CALL(ScalarNodeAddInMap), CALL(ScalarNodeAddInSeq), CALL(ScalarNodeAddWithKeyRole),
-    CALL(ScalarNodeCreate), CALL(ScalarProcess), CALL(SeqEndProcess), CALL(SeqStartProcess), CALL(Sequence2MapCopy),
-    CALL(SequenceAnchorCopy), CALL(SpacePrintWithNewLine), CALL(StringTailSpaceCount));
+    CALL(FatherNodeNextLevelTypeSet), CALL(FirstNodeCheck), CALL(IndexGet), CALL(IteratorCreate), CALL(IteratorDestroy),
+    CALL(KeyParse), CALL(KeyParseForSeq), CALL(KeyStringGet), CALL(ListNodeFree), CALL(ListSameScalarCheck),
+    CALL(MapAnchorCopy), CALL(MapEndProcess), CALL(MapNodeAddInSeq), CALL(MapStartProcess), CALL(MetaChrProcess),
+    CALL(NextKeyValueGet), CALL(NodeValueGet), CALL(PropertyFind), CALL(PropertyFindInMapList),
+    CALL(PropertyFindInScalarNode), CALL(PropertyFindInSeqList), CALL(SameKeyFindInAnchor), CALL(ScalarNodeAdd),
+    CALL(ScalarNodeAddInMap), CALL(ScalarNodeAddInSeq), CALL(ScalarNodeAddWithKeyRole), CALL(ScalarNodeCreate),
+    CALL(ScalarProcess), CALL(SeqEndProcess), CALL(SeqStartProcess), CALL(Sequence2MapCopy), CALL(SequenceAnchorCopy),
+    CALL(SpacePrintWithNewLine), CALL(StringTailSpaceCount), ZR_CALL(ArraySizeGet), ZR_CALL(ChildCountGet),
+    ZR_CALL(ChildFind), ZR_CALL(ChildGet), ZR_CALL(ChildNextGet), ZR_CALL(ContextDump), ZR_CALL(DebugInfoGet),
+    ZR_CALL(FileLoad), ZR_CALL(LimitsGet), ZR_CALL(LimitsSet), ZR_CALL(NameGet), ZR_CALL(PathFind),
+    ZR_CALL(PositionGet), ZR_CALL(PropertyGet), ZR_CALL(RootGet), ZR_CALL(TextLoad), ZR_CALL(UnreadKeyNext),
+    ZR_CALL(ValuePositionGet), ZR_CALL(ValueTextGet));
 
 string Call(YamlHandle *pstHandle, const string &nameAndWords)
 {
+    static const std::regex stAddress("0x[0-9a-f]{6,}");
+    ZRYAML_HandleFree(TextLoad("")); // forgets the last error
+    Base().Reset();
     Words stWords(*pstHandle, nameAndWords);
     string name = stWords.Next();
-    if (name.starts_with('!')) { // the number of an allocation that is to fail
-        Base().ulFailAllocation = std::stoul(name.substr(1));
-        name = stWords.Next();
-    }
+    size_t ulNull = 0;
+    for (; name[0] == '!' || name[0] == '-'; name = stWords.Next())
+        (name[0] == '!' ? Base().ulFailAllocation : ulNull) = std::stoul(name.substr(1));
     const auto itCall = g_calls.find(name);
     if (itCall == g_calls.end())
         return "there is no such call\n";
-    const string before = TreeText(*pstHandle, true), outcome = itCall->second(stWords) + "\n";
+    const string before = TreeText(*pstHandle, true), outcome = itCall->second(stWords, ulNull) + "\n";
     const string after = TreeText(*pstHandle, true);
-    return outcome + (after != before ? Replaced(after, "\"", "") + "\n" : "") + Base().LogText();
+    const YamlErrorInfo &stError = *ZRYAML_LastErrorGet();
+    return outcome + (after != before ? Replaced(after, "\"", "") + "\n" : "") +
+           std::regex_replace(LogAndError(stError.pcKeyPath, stError.pcFile), stAddress, "ADDRESS");
 }
 
 const std::map<string, void (*)(YamlListNode &, uint32_t)> g_damages = {

@@ -149,7 +149,9 @@ string LogAndError(const string &path, const string &file)
     };
     const bool bSame = stError.uiCode == stCause.uiCode && Says(stError.pcMessage, stCause.text) &&
                        Says(stError.pcKeyPath, path) && Says(stError.pcFile, file);
-    return Base().LogText() + (bSame ? "" : string("error: ") + stError.pcMessage + ", " + stError.pcKeyPath + "\n");
+    return Base().LogText() +
+           (bSame ? ""
+                  : "error: " + to_string(stError.uiCode) + " " + stError.pcMessage + ", " + stError.pcKeyPath + "\n");
 }
 
 const std::map<string, Operation> g_loadOperations = {

@@ -38,12 +38,6 @@ string Find(YamlHandle *pstHandle, const string &path)
     return outcome + Base().LogText();
 }
 
-string Format(YamlHandle *pstHandle, const string &path)
-{
-    char *(*const pfnGet)(YamlHandle *, const char *, ...) = ZRYAML_PropertyGet; // the format is not checked here
-    return ReadOutcome(TextLine(pfnGet(pstHandle, path.c_str())), Replaced(path, "%%", "%"));
-}
-
 string Get(YamlHandle *pstHandle, const string &path)
 {
     string outcomes[3];
@@ -131,7 +125,6 @@ string Dump(YamlHandle *pstHandle, const string &size)
 const std::map<string, Operation> g_readOperations = {
     {"find", {Find, Operation::Paths}},
     {"get", {Get, Operation::Paths}},
-    {"format", {Format, Operation::Paths}},
     {"size", {Size, Operation::Paths}},
     {"value", {Value, Operation::Paths}},
     {"iterate", {Iterate, Operation::Paths}},

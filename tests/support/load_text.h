@@ -40,8 +40,8 @@ std::string DocumentRead(const std::string &document);
 
 // A test that begins with an empty record, and leaves the switch off and nothing in use.
 struct Recorded : testing::Test {
-    void SetUp() override { Base().Reset(); }
-    void TearDown() override
+    Recorded() { Base().Reset(); }
+    ~Recorded() override
     {
         ZRYAML_DebugSwitchSet(0);
         EXPECT_EQ(Base().lBlocks, 0);

@@ -97,34 +97,20 @@ void ValueRead(Reading &st, const YamlListNode &stValue, std::string &text, std:
     st.bEmpty = st.bEmpty || uiCount == 0;
 }
 
-// What an iterator on the key of a value yields: the scalars of a map, or the first pair of each map in a sequence.
-std::string PairsBelow(const YamlListNode &stValue)
-{
-    std::string pairs;
-    for (YamlChild stChild = {}; ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK;) {
-        YamlChild stPair = stChild.pcKey != nullptr ? stChild : YamlChild{};
-        if (stChild.pcKey == nullptr && stChild.uiType == YAML_DATATYPE_MAP)
-            (void)ZRYAML_ChildNextGet(stChild.pstValue, &stPair);
-        if (stPair.pstValue != nullptr && stPair.uiType == YAML_DATATYPE_SCALAR)
-            pairs += std::string(stPair.pcKey) + "=" + ZRYAML_ValueTextGet(stPair.pstValue) + ",";
-    }
-    return pairs;
-}
-
-// An iterator on a key walks the value; one on an element walks what is first below it, which only has to end.
+// An iterator on a key walks the value, of which a text has nothing to walk; one on an element walks what is first
+// below it, which only has to end.
 void IteratorCheck(YamlHandle &stHandle, const std::string &path, const YamlListNode *pstValue)
 {
     YamlIterator *pstIter = yaml_IteratorCreate(&stHandle, "%s", path.c_str());
-    std::string pairs;
-    YamlKeyValue stPair = {};
-    while (pstIter != nullptr && yaml_NextKeyValueGet(pstIter, &stPair) == YAML_OK)
-        pairs += std::string(stPair.pcKey) + "=" + stPair.pcValue + ",";
-    Require(pstIter == nullptr || yaml_NextKeyValueGet(pstIter, &stPair) == YAML_ERR_ITER_END, "no end", path);
-    const bool bText = ZRYAML_ValueTypeGet(pstValue) == YAML_DATATYPE_SCALAR;
     const bool bUnderKey = pstValue != nullptr && ZRYAML_ValueTypeGet(pstValue->pstFather) == YAML_DATATYPE_SCALAR;
-    Require(pstIter == nullptr || (pstValue != nullptr && !(bUnderKey && bText)), "an iterator on a text or on nothing",
-            path);
-    Require(!bUnderKey || bText || (pstIter != nullptr && pairs == PairsBelow(*pstValue)), "an iterator differs", path);
+    const bool bWalk = pstValue != nullptr && ZRYAML_ValueTypeGet(pstValue) != YAML_DATATYPE_SCALAR;
+    Require((pstIter != nullptr) == bWalk || (!bUnderKey && pstValue != nullptr), "an iterator differs", path);
+    YamlKeyValue stPair = {};
+    while (pstIter != nullptr && yaml_NextKeyValueGet(pstIter, &stPair) == YAML_OK) {
+        const YamlListNode *pstSame = ZRYAML_ChildFind(pstValue, stPair.pcKey, strlen(stPair.pcKey));
+        Require(!bUnderKey || pstSame == nullptr || ZRYAML_ValueTextGet(pstSame) == stPair.pcValue, "a pair", path);
+    }
+    Require(pstIter == nullptr || yaml_NextKeyValueGet(pstIter, &stPair) == YAML_ERR_ITER_END, "no end", path);
     yaml_IteratorDestroy(pstIter);
 }
 

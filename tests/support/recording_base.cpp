@@ -9,16 +9,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <malloc.h>
-#include <mutex>
 
 #include <zr_safe.h>
-
-namespace {
-
-std::recursive_mutex g_stLock;
-char g_cPool;
-
-} // namespace
 
 RecordingBase &Base()
 {
@@ -28,12 +20,7 @@ RecordingBase &Base()
 
 void RecordingBase::Reset()
 {
-    const std::lock_guard stGuard(g_stLock);
-    log.clear();
-    ulAllocations = ulFailAllocation = 0;
-    uiBaseInitResult = 0;
-    bHandleInitFails = bSecureCallsFail = false;
-    bKeepNotes = true;
+    static_cast<SinceReset &>(*this) = {};
 }
 
 std::string RecordingBase::LogText() const
@@ -51,33 +38,28 @@ extern "C" {
 
 uint32_t ZR_BaseInit(void)
 {
-    const std::lock_guard stGuard(g_stLock);
     ++Base().uiBaseInitCalls;
     return Base().uiBaseInitResult;
 }
 
 void *ZR_HandleInit(const char *)
 {
-    const std::lock_guard stGuard(g_stLock);
     ++Base().uiHandleInitCalls;
-    return Base().bHandleInitFails ? nullptr : &g_cPool;
+    static char cPool;
+    return Base().bHandleInitFails ? nullptr : &cPool;
 }
 
 void *ZR_MemAlloc(uint32_t uiSize, void *)
 {
-    const std::lock_guard stGuard(g_stLock);
-    if (++Base().ulAllocations == Base().ulFailAllocation)
+    void *pBlock = ++Base().ulAllocations != Base().ulFailAllocation ? malloc(uiSize) : nullptr;
+    if (pBlock == nullptr)
         return nullptr;
-    void *pBlock = malloc(uiSize);
-    if (pBlock != nullptr)
-        memset(pBlock, 0xA5, uiSize); // nothing may rely on cleared memory
     ++Base().lBlocks;
-    return pBlock;
+    return memset(pBlock, 0xA5, uiSize); // nothing may rely on cleared memory
 }
 
 void ZR_MemFree(void *pBlock, void *)
 {
-    const std::lock_guard stGuard(g_stLock);
     --Base().lBlocks;
     memset(pBlock, 0xA5, malloc_usable_size(pBlock)); // nor on what is released
     free(pBlock);
@@ -86,7 +68,6 @@ void ZR_MemFree(void *pBlock, void *)
 void ZR_LogWrite(ZR_LogModule *, uint32_t uiLevel, uint32_t uiCode, const char *pcFile, uint32_t,
                  const char *pcFunction, const char *pcFormat, ...)
 {
-    const std::lock_guard stGuard(g_stLock);
     if (uiLevel == 0 && !Base().bKeepNotes)
         return;
     char *pcText = nullptr;

@@ -18,23 +18,27 @@ struct LogRecord {
     std::string function;
 };
 
-struct RecordingBase {
-    std::vector<LogRecord> log;     // since Reset
-    uint64_t ulAllocations = 0;     // since Reset
-    uint64_t ulFailAllocation = 0;  // fail this one, counted from 1 since Reset; 0: none
-    int64_t lBlocks = 0;            // in use, over the whole process
-    uint32_t uiBaseInitCalls = 0;   // over the whole process
-    uint32_t uiHandleInitCalls = 0; // over the whole process
-    uint32_t uiBaseInitResult = 0;  // what ZR_BaseInit answers
+struct SinceReset {
+    std::vector<LogRecord> log;
+    uint64_t ulAllocations = 0;
+    uint64_t ulFailAllocation = 0; // fail this one, counted from 1; 0: none
+    uint32_t uiBaseInitResult = 0; // what ZR_BaseInit answers
     bool bHandleInitFails = false;
     bool bSecureCallsFail = false; // memset_s and strncpy_s do their work and still answer non-zero
     bool bKeepNotes = true;        // records of level 0 are kept too
+};
 
-    void Reset(); // forgets the log, the counts since Reset and everything that was to fail
+struct RecordingBase : SinceReset {
+    // Over the whole process.
+    int64_t lBlocks = 0; // in use
+    uint32_t uiBaseInitCalls = 0;
+    uint32_t uiHandleInitCalls = 0;
+
+    void Reset();
 
     // The log as lines "level code text", with the code in hex and the text as Printable gives it.
     [[nodiscard]] std::string LogText() const;
 };
 
-// The one instance. Its calls take a lock; its fields are read by the test between calls.
+// The one instance, for programs with one thread.
 RecordingBase &Base();

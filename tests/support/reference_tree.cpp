@@ -6,6 +6,7 @@
 #include "tree_check.h"
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <vector>
@@ -21,7 +22,7 @@ struct Value;
 using ValuePtr = std::shared_ptr<const Value>;
 
 struct Key {
-    std::string text;
+    std::string text; // as written
     bool bMerged = false;
     bool bHidden = false; // repeats a merged key, which has its value
     ValuePtr stValue;
@@ -29,7 +30,7 @@ struct Key {
 
 struct Value {
     uint32_t uiType = YAML_DATATYPE_SCALAR;
-    std::string text;
+    std::string text; // the whole value as TreeText writes it
     std::vector<Key> keys;
     std::vector<ValuePtr> items;
 };
@@ -119,10 +120,10 @@ private:
     ValuePtr ScalarRead(const Event &stEvent)
     {
         const auto &stScalar = stEvent.stRaw.data.scalar;
-        auto stValue = std::make_shared<Value>();
-        stValue->text.assign(reinterpret_cast<const char *>(stScalar.value), stScalar.length);
-        if (stValue->text.find('\0') != std::string::npos)
+        if (memchr(stScalar.value, '\0', stScalar.length) != nullptr)
             throw Refusal{YAML_ERR_EVENT};
+        auto stValue = std::make_shared<Value>();
+        ScalarWrite(reinterpret_cast<const char *>(stScalar.value), stValue->text);
         Finish(stEvent.Anchor(), stValue);
         return stValue;
     }
@@ -139,6 +140,11 @@ private:
             KeysRead(*stValue);
         else
             ItemsRead(stValue->items);
+        for (const ValuePtr &stItem : stValue->items)
+            stValue->text += "," + stItem->text;
+        for (const Key &stKey : stValue->keys)
+            stValue->text += stKey.bHidden ? "" : "," + stKey.text + ":" + stKey.stValue->text;
+        stValue->text = (bMap ? "{" : "[") + stValue->text.erase(0, 1) + (bMap ? "}" : "]");
         Finish(m_open.back(), stValue);
         m_open.pop_back();
         return stValue;
@@ -184,7 +190,7 @@ private:
     {
         const Event stEvent(m_stParser);
         Key *pstKey = &stMap.keys[static_cast<size_t>(lAt)];
-        if (stEvent.Is(YAML_ALIAS_EVENT) && pstKey->text == "<<") {
+        if (stEvent.Is(YAML_ALIAS_EVENT) && pstKey->text == R"("<<")") {
             const ValuePtr stSource = Aliased(stEvent);
             stMap.keys.erase(stMap.keys.begin() + lAt);
             if (!keyAnchor.empty())
@@ -226,28 +232,6 @@ private:
     std::vector<std::string> m_open; // the names of the anchors on the open collections, "" where there is none
 };
 
-void Write(const Value &stValue, std::string &text)
-{
-    if (stValue.uiType == YAML_DATATYPE_SCALAR)
-        return ScalarWrite(stValue.text.c_str(), text);
-    const bool bMap = stValue.uiType == YAML_DATATYPE_MAP;
-    const size_t ulStart = text.size() + 1;
-    text += bMap ? '{' : '[';
-    for (const ValuePtr &stItem : stValue.items) {
-        text += text.size() > ulStart ? "," : "";
-        Write(*stItem, text);
-    }
-    for (const Key &stKey : stValue.keys) {
-        if (stKey.bHidden)
-            continue;
-        text += text.size() > ulStart ? "," : "";
-        ScalarWrite(stKey.text.c_str(), text);
-        text += ':';
-        Write(*stKey.stValue, text);
-    }
-    text += bMap ? '}' : ']';
-}
-
 } // namespace
 
 ReferenceResult ReferenceLoad(std::string_view document)
@@ -255,7 +239,7 @@ ReferenceResult ReferenceLoad(std::string_view document)
     ReferenceResult stResult;
     try {
         if (const ValuePtr stTop = Reader(document).Stream())
-            Write(*stTop, stResult.text);
+            stResult.text = stTop->text;
     } catch (const Refusal &stRefusal) {
         return {stRefusal.uiCode, ""};
     }
