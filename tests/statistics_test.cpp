@@ -17,12 +17,11 @@ namespace {
 
 constexpr long Ms = 1'000'000;
 const uint32_t g_uiSwitchAtStart = yaml_IsDebugSwitchOpen();
-thread_local std::optional<timespec> g_stNow; // the clock, if it is set
-thread_local long g_lStepNs = 0;              // by which each reading moves it on
+std::optional<timespec> g_stNow; // the clock, if it is set
+long g_lStepNs = 0;              // by which each reading moves it on
 
 struct Statistics : Recorded {
     ~Statistics() override { g_stNow.reset(); }
-    YamlHandle stHandle = {};
 };
 
 using Fields = std::array<uint32_t, 4>; // parse time, memory size, query count, average
@@ -58,22 +57,18 @@ TEST_F(Statistics, ElapsedMilliseconds)
         {{5, 100 * Ms}, {5, 102 * Ms - 1}, 1},       {{5, 100 * Ms}, {4294973, 100 * Ms}, 704}, // as 32 bits hold it
         {{5, 100 * Ms}, {5, 100 * Ms - 1}, Refused}, {{7, 900 * Ms}, {5, 950 * Ms}, Refused},
     };
-    timespec stStamp = {1, 2};
-    yaml_StartPoint(&stStamp); // with the switch off
-    EXPECT_EQ(stStamp.tv_sec + stStamp.tv_nsec, 3);
     ZRYAML_DebugSwitchSet(2);
     for (const auto &[stStart, stEnd, uiExpected] : astCase) {
-        uint32_t uiElapse = Refused;
-        stHandle.uiParseTime = Refused;
-        stHandle.ulQueryTimeTotal = 0;
+        YamlHandle stHandle = {};
+        uint32_t uiElapse = stHandle.uiParseTime = Refused;
+        timespec stStamp = {};
         g_stNow = stStart;
         yaml_StartPoint(&stStamp);
         g_stNow = stEnd;
         EXPECT_EQ(yaml_ElapseTimeGet(&stStamp, &uiElapse), uiExpected == Refused ? YAML_ERR_PARAM : YAML_OK);
-        EXPECT_EQ(uiElapse, uiExpected);
         yaml_ParseElapseTimeGet(&stHandle, &stStamp);
-        EXPECT_EQ(stHandle.uiParseTime, uiExpected);
         yaml_QueryDbgInfoRecord(&stHandle, &stStamp);
+        EXPECT_TRUE(uiElapse == uiExpected && stHandle.uiParseTime == uiExpected) << uiExpected;
         EXPECT_EQ(stHandle.ulQueryTimeTotal, uiExpected == Refused ? 0U : uiExpected + 1U);
     }
     EXPECT_EQ(Base().LogText(), "");
@@ -81,29 +76,23 @@ TEST_F(Statistics, ElapsedMilliseconds)
 
 TEST_F(Statistics, InfoOfCountedQueries)
 {
+    YamlHandle stHandle = {};
     YamlDebugInfo stInfo = {1, 2, 3, 4};
     EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, &stInfo), YAML_ERR_SWITCH_OFF);
-    EXPECT_EQ(ZRYAML_DebugInfoGet(nullptr, &stInfo), YAML_ERR_PARAM);
-    EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, nullptr), YAML_ERR_PARAM);
-    EXPECT_EQ(Base().LogText(), "2 19000012 The debug switch has not been open.\n"
-                                "2 16 The parameter is invalid to get debug information.\n"
-                                "2 16 The parameter is invalid to get debug information.\n");
     EXPECT_EQ(std::bit_cast<Fields>(stInfo), (Fields{1, 2, 3, 4}));
     Base().Reset();
     ZRYAML_DebugSwitchSet(2);
-    stHandle.uiParseTime = 12;
-    stHandle.uiMemSize = 34;
+    Base().bSecureCallsFail = true; // which is noted, and nothing else
     const std::tuple<uint32_t, uint64_t, uint32_t> astCase[] = {{0, 0, 0}, {3, 11, 3}, {3, 1ULL << 34U, 0x55555555}};
     for (const auto &[uiCount, ulTotal, uiAverage] : astCase) { // the last average has more than 32 bits
+        stHandle.uiParseTime = 12;
+        stHandle.uiMemSize = 34;
         stHandle.uiQueryCount = uiCount;
         stHandle.ulQueryTimeTotal = ulTotal;
         EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, &stInfo), YAML_OK);
         EXPECT_EQ(std::bit_cast<Fields>(stInfo), (Fields{12, 34, uiCount, uiAverage}));
     }
-    EXPECT_EQ(Base().LogText(), "");
-    Base().bSecureCallsFail = true;
-    EXPECT_EQ(ZRYAML_DebugInfoGet(&stHandle, &stInfo), YAML_OK);
-    EXPECT_EQ(Base().LogText(), "1 16 Secure check fail.\n");
+    EXPECT_EQ(Base().LogText(), "1 16 Secure check fail.\n1 16 Secure check fail.\n1 16 Secure check fail.\n");
 }
 
 TEST_F(Statistics, LoadsAndQueriesAreTimed)
@@ -111,6 +100,9 @@ TEST_F(Statistics, LoadsAndQueriesAreTimed)
     for (const uint32_t uiSwitch : {0U, 1U, 2U}) {
         SCOPED_TRACE(uiSwitch);
         ZRYAML_DebugSwitchSet(uiSwitch);
+        timespec stStamp = {1, 2};
+        yaml_StartPoint(&stStamp);
+        EXPECT_EQ(stStamp.tv_nsec == 2, uiSwitch == 0);
         g_stNow = {100, 0};
         g_lStepNs = 7 * Ms;
         YamlHandle *pstHandle = TextFileLoad("a: b\ns: [1]");

@@ -89,7 +89,9 @@ public:
         return Unescaped(word);
     }
     explicit operator YamlHandle *() { return &m_stHandle; }
+    explicit operator const YamlHandle *() { return &m_stHandle; }
     explicit operator YamlListNode *() { return NodeOf(m_stHandle, Next()); }
+    explicit operator const YamlListNode *() { return NodeOf(m_stHandle, Next()); }
     explicit operator const YamlList *() { return &NodeOf(m_stHandle, Next())->stChildList; }
     explicit operator YamlAnchorNode *()
     {
@@ -101,13 +103,12 @@ public:
     explicit operator size_t() { return std::stoul(Next()); }
     explicit operator char() { return Next()[0]; }
     explicit operator const char *() { return m_given.emplace_back(Next()).c_str(); }
-    // Records of the caller.
-    explicit operator YamlChild *() { return &m_stChild; }
-    explicit operator YamlDebugInfo *() { return &m_stInfo; }
-    explicit operator YamlIterator *() { return &m_stIterator; }
-    explicit operator YamlKeyValue *() { return &m_stPair; }
-    explicit operator YamlUnreadKey *() { return &m_stUnread; }
-    explicit operator YamlLimits *() { return &m_stLimits; }
+    template <class Record> explicit operator Record *() // of the caller
+    {
+        static std::remove_const_t<Record> stRecord;
+        stRecord = {};
+        return &stRecord;
+    }
     // What is written to is shown afterwards.
     explicit operator YamlListNode **() { return &m_nodes.emplace_back(NodeOf(m_stHandle, Next())); }
     explicit operator uint32_t *() { return &m_numbers.emplace_back(1U); }
@@ -134,12 +135,6 @@ private:
     char m_acAnchor[2] = "a";
     YamlAnchorNode m_stAnchor = {};
     yaml_event_t m_stEvent = {};
-    YamlChild m_stChild = {};
-    YamlDebugInfo m_stInfo = {};
-    YamlIterator m_stIterator = {};
-    YamlKeyValue m_stPair = {};
-    YamlUnreadKey m_stUnread = {};
-    YamlLimits m_stLimits = {};
 };
 
 // The call; the argument with a number, counted from 1, is 0 or null in it.
