@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Builds and runs programs against one installed copy only, in C and C++, through pkg-config and through CMake.
+# Builds and runs the README's programs against one installed copy only, in C and C++, through pkg-config and through CMake.
 # Usage: consumer_run.sh PREFIX
 set -euo pipefail
 unset LD_LIBRARY_PATH PKG_CONFIG_PATH CMAKE_PREFIX_PATH CFLAGS CXXFLAGS LDFLAGS
 
-here=$(cd "$(dirname "$0")" && pwd)
+source=$(cd "$(dirname "$0")/../.." && pwd)
 prefix=$1
 CC=${CC:-cc}
 CXX=${CXX:-c++}
@@ -35,22 +35,23 @@ for header in zr_yaml.h zr_base.h zr_safe.h; do
 done
 
 [ "$prefix" = /usr ] || links+=("-Wl,-rpath,$libraries")
-"$CC" -std=c11 "${strict[@]}" "${includes[@]}" "$here/consumer.c" -o "$work/by_pkg_config" "${links[@]}"
-cmake -S "$here" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$CC" -DCMAKE_CXX_COMPILER="$CXX" \
+"$CC" -std=c11 "${strict[@]}" "${includes[@]}" "$source/examples/servers.c" -o "$work/by_pkg_config" "${links[@]}"
+cmake -S "$source/tests/install" -B "$work/build" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_C_COMPILER="$CC" -DCMAKE_CXX_COMPILER="$CXX" \
     >/dev/null
 cmake --build "$work/build" --parallel >/dev/null
 grep -qF "zryaml_DIR:PATH=$libraries" "$work/build/CMakeCache.txt" || fail "find_package found another copy"
 
-printf 'servers:\n  - {host: a, port: 80}\n  - {host: b, port: 8080}\n' >"$work/servers.yaml"
-expect() {
-    local output
-    output=$("$work/$1" "$work/servers.yaml") || fail "$1 ends with status $?"
-    [ "$output" = "$2" ] || fail "$1 printed: $output"
-    [ "$(ldd "$work/$1" | awk '/libzryaml/ {print $3}' | xargs realpath)" = "$(realpath "$libraries/libzryaml.so.1")" ] ||
-        fail "$1 runs with another copy"
-}
-expect by_pkg_config 'port 8080 of 2 servers'
-expect build/consumer_c11 'port 8080 of 2 servers'
-expect build/consumer_cxx11 'port 8080 of 2 servers, C++17'
-expect build/consumer_cxx20 'port 8080 of 2 servers, C++20'
+cd "$source" # where the programs find their file
+for program in by_pkg_config build/consumer_c11 build/consumer_cxx11 build/consumer_cxx20; do
+    output=$("$work/$program") || fail "$program ends with status $?"
+    expected=$'alpha:8080 uses cores 0 1\nbeta:9090 uses cores 2'
+    [[ $program != *cxx* ]] || expected=$'alpha listens on 8080\nbeta listens on 9090'
+    [ "$output" = "$expected" ] || fail "$program printed: $output"
+    [ "$(ldd "$work/$program" | awk '/libzryaml/ {print $3}' | xargs realpath)" = "$(realpath "$libraries/libzryaml.so.1")" ] ||
+        fail "$program runs with another copy"
+done
+for standard in 11:17 20:20; do # asked for, and given
+    grep -qe "-std=c++${standard#*:} .*consumer_cxx${standard%:*}.dir" "$work/build/compile_commands.json" ||
+        fail "C++${standard#*:} is not given to a program that asks for C++${standard%:*}"
+done
 echo "built and run against $prefix"
