@@ -93,7 +93,7 @@ TEST_F(FileLoad, NamesThePathThatWasGiven)
 TEST_F(FileLoad, ReadsAPipe)
 {
     FILE *pstFile = popen("printf 'a: @x'", "r");
-    YamlHandle *pstHandle = TextFileLoad("");
+    YamlHandle *pstHandle = TextLoad("");
     EXPECT_EQ(yaml_FileParse(pstFile, pstHandle), YAML_ERR_PARSE);
     EXPECT_EQ(Last().uiColumn, 4U);
     EXPECT_STREQ(Last().pcHint, "");
@@ -137,7 +137,7 @@ TEST_F(FileLoad, ErrorRecordCutsWhatIsTooLong)
         EXPECT_EQ(Last().pcFile, kept);
     }
     const std::string name(1000, 'n'), text = "? " + name + "\n: 1\n? " + name + "\n: 2\n";
-    EXPECT_EQ(ZRYAML_TextLoad(text.data(), text.size(), ""), nullptr);
+    EXPECT_EQ(TextLoad(text), nullptr);
     EXPECT_EQ(Last().pcMessage, ("There is a same scalar in this list. (Scalar=" + name).substr(0, 1020) + "...");
 }
 

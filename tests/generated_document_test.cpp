@@ -75,7 +75,7 @@ TEST(GeneratedDocument, ReadsLikeTheReference)
         const ReferenceResult stExpected = ReferenceLoad(document);
         SCOPED_TRACE("document " + std::to_string(uiSeed) + ":\n" + document + "must be " + stExpected.text);
         Base().Reset();
-        YamlHandle *pstHandle = ZRYAML_TextLoad(document.data(), document.size(), nullptr);
+        YamlHandle *pstHandle = TextLoad(document);
         EXPECT_EQ(ZRYAML_LastErrorGet()->uiCode, stExpected.uiCode);
         ++counts[stExpected.uiCode];
         if (pstHandle == nullptr)
@@ -98,8 +98,8 @@ TEST(GeneratedDocument, ReadsLikeTheReference)
 TEST(GeneratedPath, MeansTheSameInEveryReading)
 {
     constexpr std::string_view svLetters = "{ab.[]}\\0";
-    YamlHandle *pstHandle = TextFileLoad("{a: {a: x, b: [p, [q]]}, b: [{a: 1}], a.b: {'a[0]': 2}, '': {'': 4}, ']': 5, "
-                                         "'{': 6, 'a{b': 7, '{}': 8, 'a]': 9, 'b\\': {0: c}}");
+    YamlHandle *pstHandle = TextLoad("{a: {a: x, b: [p, [q]]}, b: [{a: 1}], a.b: {'a[0]': 2}, '': {'': 4}, ']': 5, "
+                                     "'{': 6, 'a{b': 7, '{}': 8, 'a]': 9, 'b\\': {0: c}}");
     for (size_t ulPath = 0; ulPath < 59049; ++ulPath) { // up to five letters
         std::string path;
         for (size_t ul = ulPath; ul > 0; ul /= svLetters.size())

@@ -105,7 +105,7 @@ TEST_F(Statistics, LoadsAndQueriesAreTimed)
         EXPECT_EQ(stStamp.tv_nsec == 2, uiSwitch == 0);
         g_stNow = {100, 0};
         g_lStepNs = 7 * Ms;
-        YamlHandle *pstHandle = TextFileLoad("a: b\ns: [1]");
+        YamlHandle *pstHandle = TextLoad("a: b\ns: [1]");
         EXPECT_EQ(pstHandle->uiParseTime, uiSwitch != 0 ? 7U : 0U);
         EXPECT_EQ(pstHandle->uiMemSize != 0, uiSwitch == 1);
         for (const char *pcPath : {"a", "s", "missing"}) // the last is not counted

@@ -129,11 +129,6 @@ string Starve(YamlHandle *, const string &text)
 
 } // namespace
 
-YamlHandle *TextLoad(const string &text)
-{
-    return ZRYAML_TextLoad(text.data(), text.size(), "doc");
-}
-
 string Place(uint32_t uiLine, uint32_t uiColumn)
 {
     return to_string(uiLine) + ":" + to_string(uiColumn);

@@ -17,7 +17,6 @@ extern const std::map<std::string, Operation> g_loadOperations, g_readOperations
 // Changes one node, so that the tree is none that a load makes. False if there is no such change or no such node.
 bool NodeDamage(YamlHandle &stHandle, const std::string &kindAndNode);
 
-YamlHandle *TextLoad(const std::string &text);
 std::string Place(uint32_t uiLine, uint32_t uiColumn);
 // The log, and the error record if it says something else than the first record of the log.
 std::string LogAndError(const std::string &path, const std::string &file);

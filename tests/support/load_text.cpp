@@ -29,9 +29,9 @@ TempFile::~TempFile()
     unlink(m_path.c_str());
 }
 
-YamlHandle *TextFileLoad(const std::string &text)
+YamlHandle *TextLoad(const std::string &text)
 {
-    return ZRYAML_FileLoad(TempFile(text).Path());
+    return ZRYAML_TextLoad(text.data(), text.size(), "doc");
 }
 
 std::string LoadRead(const std::function<YamlHandle *()> &fnLoad,
@@ -53,5 +53,5 @@ std::string LoadRead(const std::function<YamlHandle *()> &fnLoad,
 
 std::string DocumentRead(const std::string &document)
 {
-    return LoadRead([&document] { return TextFileLoad(document); });
+    return LoadRead([&document] { return ZRYAML_FileLoad(TempFile(document).Path()); });
 }

@@ -25,8 +25,8 @@ private:
     std::string m_path;
 };
 
-// Loads a text through a file; the caller frees the document.
-YamlHandle *TextFileLoad(const std::string &text);
+// Loads a text by the name of "doc"; the caller frees the document.
+YamlHandle *TextLoad(const std::string &text);
 
 // Loads and releases a document. The tree as fnWrite gives it, by default TreeText, then the log as
 // RecordingBase::LogText gives it; of a refused load, the log alone. A fault that TreeCheck finds, a block or a file
