@@ -124,10 +124,6 @@ private:
         m_bCompared = true;
         Base().Reset();
         string seen = stOperation.pfnRun(m_pstHandle, argument);
-        for (const LogRecord &stRecord : Base().log) {
-            if (!stRecord.file.starts_with("yaml/src/zr_yaml_") || stRecord.function.empty())
-                seen += "logged from nowhere: " + stRecord.file + "\n";
-        }
         if (stOperation.eTakes != Operation::Change && Base().lBlocks != lBlocks)
             seen += "blocks are left\n";
         if (stOperation.eTakes == Operation::Paths && Base().ulAllocations > (stStep.operation == "iterate" ? 1 : 0))

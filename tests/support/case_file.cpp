@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "case_file.h"
 
-#include <cctype>
 #include <cstdio>
 #include <map>
 #include <regex>
@@ -10,17 +9,28 @@ namespace {
 
 using Names = std::map<std::string, std::string, std::less<>>;
 
+// Puts something in the place of each match.
+template <class By> std::string EachReplaced(const std::string &text, const std::regex &stForm, const By &fnBy)
+{
+    std::string result;
+    auto itRest = text.begin();
+    for (std::sregex_iterator itMatch(itRest, text.end(), stForm), itEnd; itMatch != itEnd; ++itMatch) {
+        result.append(itRest, (*itMatch)[0].first) += fnBy(*itMatch);
+        itRest = (*itMatch)[0].second;
+    }
+    return result.append(itRest, text.end());
+}
+
 // "\(3 k#,)" becomes "k0,k1,k2,".
-std::string Repeated(std::string text)
+std::string Repeated(const std::string &text)
 {
     static const std::regex stForm(R"(\\\((\d+) ([^)]*)\))");
-    std::string result;
-    for (std::smatch stMatch; std::regex_search(text, stMatch, stForm); text = stMatch.suffix()) {
-        result += stMatch.prefix();
+    return EachReplaced(text, stForm, [](const std::smatch &stMatch) {
+        std::string all;
         for (size_t ul = 0, ulTimes = std::stoul(stMatch[1]); ul < ulTimes; ++ul)
-            result += Replaced(stMatch[2], "#", std::to_string(ul));
-    }
-    return result + text;
+            all += Replaced(stMatch[2], "#", std::to_string(ul));
+        return all;
+    });
 }
 
 // Adds the lines of an outcome, names replaced by what they stand for.
@@ -81,34 +91,24 @@ std::vector<CaseStep> CaseFileRead(std::string_view text)
     return steps;
 }
 
-std::string Unescaped(std::string_view text)
+std::string Unescaped(const std::string &text)
 {
-    constexpr std::string_view Letters = "ntr0\\", Bytes{"\n\t\r\0\\", 5};
-    std::string result;
-    while (!text.empty()) {
-        const size_t ulLetter = text[0] == '\\' && text.size() > 1 ? Letters.find(text[1]) : Letters.npos;
-        const bool bHex =
-            text.size() > 3 && text.starts_with("\\x") && isxdigit(text[2]) != 0 && isxdigit(text[3]) != 0;
-        if (bHex)
-            result += static_cast<char>(std::stoi(std::string(text.substr(2, 2)), nullptr, 16));
-        else
-            result += ulLetter != Letters.npos ? Bytes[ulLetter] : text[0];
-        text.remove_prefix(bHex ? 4 : ulLetter != Letters.npos ? 2 : 1);
-    }
-    return result;
+    static const std::regex stForm(R"(\\(?:x([0-9a-fA-F]{2})|([ntr0\\])))");
+    return EachReplaced(text, stForm, [](const std::smatch &stMatch) {
+        constexpr std::string_view Letters = "ntr0\\", Bytes{"\n\t\r\0\\", 5};
+        return stMatch[1].matched ? static_cast<char>(std::stoi(stMatch[1], nullptr, 16))
+                                  : Bytes[Letters.find(*stMatch[2].first)];
+    });
 }
 
 std::string Printable(std::string_view text)
 {
     std::string result;
-    char acEscape[8];
     for (const char cChar : text) {
-        if (cChar >= ' ' && cChar <= '~') {
-            result += cChar;
-            continue;
-        }
-        (void)snprintf(acEscape, sizeof(acEscape), "\\x%02X", static_cast<unsigned>(static_cast<unsigned char>(cChar)));
-        result += cChar == '\n' ? "\\n" : acEscape;
+        char acShown[8] = {cChar};
+        if (cChar < ' ' || cChar > '~')
+            (void)snprintf(acShown, sizeof(acShown), "\\x%02X", static_cast<unsigned>(cChar) & 0xFFU);
+        result += cChar == '\n' ? "\\n" : acShown;
     }
     return result;
 }

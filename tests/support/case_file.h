@@ -17,7 +17,7 @@ struct CaseStep {
 std::vector<CaseStep> CaseFileRead(std::string_view text);
 
 // Puts a byte in the place of each escape.
-std::string Unescaped(std::string_view text);
+std::string Unescaped(const std::string &text);
 // The other way round: whatever is no printable ASCII character becomes an escape.
 std::string Printable(std::string_view text);
 std::string Replaced(std::string text, std::string_view what, std::string_view by);

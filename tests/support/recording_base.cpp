@@ -68,13 +68,15 @@ void ZR_MemFree(void *pBlock, void *)
 void ZR_LogWrite(ZR_LogModule *, uint32_t uiLevel, uint32_t uiCode, const char *pcFile, uint32_t,
                  const char *pcFunction, const char *pcFormat, ...)
 {
+    if (!std::string_view(pcFile).starts_with("yaml/src/zr_yaml_") || *pcFunction == '\0')
+        abort(); // every record names its place
     if (uiLevel == 0 && !Base().bKeepNotes)
         return;
     char *pcText = nullptr;
     va_list stArgs;
     va_start(stArgs, pcFormat);
     if (vasprintf(&pcText, pcFormat, stArgs) >= 0)
-        Base().log.push_back({uiLevel, uiCode, pcText, pcFile, pcFunction});
+        Base().log.push_back({uiLevel, uiCode, pcText});
     va_end(stArgs);
     free(pcText);
 }

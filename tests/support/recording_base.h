@@ -14,8 +14,6 @@ struct LogRecord {
     uint32_t uiLevel;
     uint32_t uiCode;
     std::string text;
-    std::string file;
-    std::string function;
 };
 
 struct SinceReset {

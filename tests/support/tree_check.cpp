@@ -114,33 +114,24 @@ private:
     std::set<const YamlListNode *> m_allocated, m_seen;
 };
 
-void ValueWrite(const YamlListNode &stNode, bool bFlags, std::string &text)
+// A value, or a key with its value.
+void NodeWrite(const YamlListNode &stNode, bool bKey, bool bFlags, std::string &text)
 {
-    const char *pcSeparator = "", *pcCopy = bFlags && stNode.uiFromAlias == 1 ? "*" : "";
-    const bool bSeq = stNode.uiDataType == YAML_DATATYPE_SEQ;
-    if (stNode.uiDataType == YAML_DATATYPE_SCALAR) {
+    const bool bScalar = stNode.uiDataType == YAML_DATATYPE_SCALAR, bSeq = stNode.uiDataType == YAML_DATATYPE_SEQ;
+    const char *pcCopy = bFlags && stNode.uiFromAlias == 1 ? "*" : "", *pcSeparator = "";
+    if (bScalar) {
         ScalarWrite(stNode.pcValue, text);
-        text += pcCopy;
-        return;
+        text.append(pcCopy).append(!bKey ? "" : stNode.uiSameWithAnchor == 1 ? "!" : ":");
     }
-    text += bSeq ? '[' : '{';
+    text += bScalar ? "" : bSeq ? "[" : "{";
     for (const YamlListNode *pstChild : ChildrenOf(stNode)) {
-        const bool bMarked = pstChild->uiSameWithAnchor == 1;
-        if (bMarked && !bFlags)
+        if (pstChild->uiSameWithAnchor == 1 && !bFlags)
             continue;
         text += std::exchange(pcSeparator, ",");
-        if (bSeq) {
-            ValueWrite(*pstChild, bFlags, text);
-            continue;
-        }
-        ScalarWrite(pstChild->pcValue, text);
-        text += bFlags && pstChild->uiFromAlias == 1 ? "*" : "";
-        text += bMarked ? '!' : ':';
-        for (const YamlListNode *pstValue : ChildrenOf(*pstChild))
-            ValueWrite(*pstValue, bFlags, text);
+        NodeWrite(*pstChild, !bScalar && !bSeq, bFlags, text);
     }
-    text += bSeq ? ']' : '}';
-    text += pcCopy;
+    if (!bScalar)
+        text.append(bSeq ? "]" : "}").append(pcCopy);
 }
 
 } // namespace
@@ -159,6 +150,6 @@ std::string TreeText(const YamlHandle &stHandle, bool bFlags)
 {
     std::string text;
     for (const YamlListNode *pstTop : ChildrenOf(stHandle.stRoot))
-        ValueWrite(*pstTop, bFlags, text);
+        NodeWrite(*pstTop, false, bFlags, text);
     return text;
 }
