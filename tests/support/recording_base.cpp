@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <dlfcn.h>
 #include <malloc.h>
 
 #include <zr_safe.h>
@@ -83,20 +84,14 @@ void ZR_LogWrite(ZR_LogModule *, uint32_t uiLevel, uint32_t uiCode, const char *
 
 int memset_s(void *pDest, size_t ulDestMax, int iValue, size_t ulCount)
 {
-    if (ulCount > ulDestMax)
-        return 1;
-    memset(pDest, iValue, ulCount);
-    return Base().bSecureCallsFail ? 1 : 0;
+    static const auto pfnReal = reinterpret_cast<decltype(&memset_s)>(dlsym(RTLD_NEXT, "memset_s"));
+    return pfnReal(pDest, ulDestMax, iValue, ulCount) != 0 || Base().bSecureCallsFail ? 1 : 0;
 }
 
 int strncpy_s(char *pcDest, size_t ulDestMax, const char *pcSource, size_t ulCount)
 {
-    const size_t ulLength = strnlen(pcSource, ulCount);
-    if (ulLength >= ulDestMax)
-        return 1;
-    memcpy(pcDest, pcSource, ulLength);
-    pcDest[ulLength] = '\0';
-    return Base().bSecureCallsFail ? 1 : 0;
+    static const auto pfnReal = reinterpret_cast<decltype(&strncpy_s)>(dlsym(RTLD_NEXT, "strncpy_s"));
+    return pfnReal(pcDest, ulDestMax, pcSource, ulCount) != 0 || Base().bSecureCallsFail ? 1 : 0;
 }
 
 } // extern "C"

@@ -66,6 +66,8 @@ public:
         Require(stHandle.uiEventDepth == 0 && stHandle.auiEventStack[0] == 0, "a collection is open");
         Require(IsEmpty(stHandle.stAnchorList) && IsEmpty(stHandle.stOpenAnchorList), "an anchor is left");
         Require(m_stRoot.pstFather == nullptr && m_stRoot.pcValue == nullptr, "the root has a father or a text");
+        Require(IsEmpty(m_stRoot.stChildLink) && IsEmpty(m_stRoot.stSeqLink), "the root hangs somewhere");
+        Require(m_stRoot.uiMagic == YAML_NODE_MAGIC, "the root is no node");
         ChildrenCheck(m_stRoot, 0);
     }
 
