@@ -28,27 +28,24 @@ const YamlErrorInfo &Last()
 // The pool is made once, by the first load that can. The name of an anchor is hashed without random numbers.
 void FirstLoads()
 {
-    const struct {
-        uint32_t uiInitResult;
-        bool bPoolFails;
-        std::string outcome;
-        uint32_t uiInitCalls, uiPoolCalls;
-    } astLoad[] = {{77, false, "2 4d Failed to initialize base module.\n", 2, 0},
-                   {0, true, "2 19000006 Failed to initialize memory pool.\n", 3, 1},
-                   {0, false, R"({"a":"1","b":"1"})", 4, 2},
-                   {77, true, R"({"a":"1","b":"1"})", 4, 2}};
+    // What the base library's start and pool give, what comes of it, and how often both have been called then.
+    const std::tuple<uint32_t, bool, std::string, uint32_t, uint32_t> astLoad[] = {
+        {77, false, "2 4d Failed to initialize base module.\n", 2, 0},
+        {0, true, "2 19000006 Failed to initialize memory pool.\n", 3, 1},
+        {0, false, R"({"a":"1","b":"1"})", 4, 2},
+        {77, true, R"({"a":"1","b":"1"})", 4, 2}};
     g_bRandomFails = true;
     ZRYAML_HandleFree(nullptr);
     EXPECT_EQ(ZRYAML_FileLoad(nullptr), nullptr);
     Base().uiBaseInitResult = 77;
     EXPECT_TRUE(ZRYAML_TextLoad("a: 1", 4, "t") == nullptr && Last().pcFile == "t"s);
-    for (const auto &stLoad : astLoad) {
+    for (const auto &[uiInitResult, bPoolFails, outcome, uiInitCalls, uiPoolCalls] : astLoad) {
         Base().Reset();
-        Base().uiBaseInitResult = stLoad.uiInitResult;
-        Base().bHandleInitFails = stLoad.bPoolFails;
-        EXPECT_EQ(DocumentRead("a: &x 1\nb: *x"), stLoad.outcome);
-        EXPECT_TRUE(Base().uiBaseInitCalls == stLoad.uiInitCalls && Base().uiHandleInitCalls == stLoad.uiPoolCalls);
-        EXPECT_EQ(g_pstYamlMemHandle != nullptr, stLoad.outcome.starts_with('{'));
+        Base().uiBaseInitResult = uiInitResult;
+        Base().bHandleInitFails = bPoolFails;
+        EXPECT_EQ(DocumentRead("a: &x 1\nb: *x"), outcome);
+        EXPECT_TRUE(Base().uiBaseInitCalls == uiInitCalls && Base().uiHandleInitCalls == uiPoolCalls);
+        EXPECT_EQ(g_pstYamlMemHandle != nullptr, outcome.starts_with('{'));
         EXPECT_EQ(yaml_MemHandleGet(), g_pstYamlMemHandle);
     }
 }
