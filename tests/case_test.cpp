@@ -47,15 +47,12 @@ public:
     std::vector<Fault> Run(std::string_view text)
     {
         for (const CaseStep &stStep : CaseFileRead(text)) {
-            string fault;
             Base().Reset();
             try {
-                fault = StepRun(stStep);
-            } catch (const std::exception &stException) {
-                fault = stException.what();
+                StepRun(stStep);
+            } catch (const std::exception &stFault) {
+                m_faults.push_back({stStep.ulLine, stFault.what()});
             }
-            if (!fault.empty())
-                m_faults.push_back({stStep.ulLine, fault});
         }
         if (!m_bCompared && m_faults.empty())
             m_faults.push_back({1, "there is no case"});
@@ -63,26 +60,23 @@ public:
     }
 
 private:
-    string StepRun(const CaseStep &stStep)
+    void StepRun(const CaseStep &stStep)
     {
         const auto itOperation = m_operations.find(stStep.operation);
         const bool bSetting = itOperation == m_operations.end();
-        if (bSetting == stStep.bExpects)
-            return bSetting ? "no operation with an outcome: " + stStep.operation : "no outcome is expected";
+        Require(bSetting != stStep.bExpects, "an operation lacks its outcome, or there is none", stStep.operation);
         if (bSetting)
-            return Set(stStep.operation, Unescaped(stStep.argument)) ? "" : "cannot be set: " + Base().LogText();
+            return Require(Set(stStep.operation, Unescaped(stStep.argument)), "cannot be set", Base().LogText());
         const Operation &stOperation = itOperation->second;
         if (stOperation.eTakes == Operation::Text)
             return Compare(stOperation, stStep, Unescaped(stStep.argument));
-        if (m_pstHandle == nullptr)
-            return "there is no document";
+        Require(m_pstHandle != nullptr, "there is no document");
         if (stOperation.eTakes != Operation::Paths)
             return Compare(stOperation, stStep, stStep.argument);
-        string fault = stStep.argument.empty() ? "there is no path" : "";
+        Require(!stStep.argument.empty(), "there is no path");
         std::istringstream words(stStep.argument);
         for (string word; words >> word;)
-            fault += Compare(stOperation, stStep, word == "\"\"" ? "" : Unescaped(word));
-        return fault;
+            Compare(stOperation, stStep, word == "\"\"" ? "" : Unescaped(word));
     }
 
     bool Set(const string &name, const string &argument)
@@ -117,29 +111,25 @@ private:
         return true;
     }
 
-    // The difference to what is expected, or an empty text.
-    string Compare(const Operation &stOperation, const CaseStep &stStep, const string &argument)
+    void Compare(const Operation &stOperation, const CaseStep &stStep, const string &argument)
     {
         const int64_t lBlocks = Base().lBlocks;
+        const bool bPath = stOperation.eTakes == Operation::Paths;
         m_bCompared = true;
         Base().Reset();
-        string seen = stOperation.pfnRun(m_pstHandle, argument);
-        if (stOperation.eTakes != Operation::Change && Base().lBlocks != lBlocks)
-            seen += "blocks are left\n";
-        if (stOperation.eTakes == Operation::Paths && Base().ulAllocations > (stStep.operation == "iterate" ? 1 : 0))
-            seen += "memory was taken\n";
+        const string seen = stOperation.pfnRun(m_pstHandle, argument);
         string expected;
         for (const string &line : stStep.expected)
             expected += line + "\n";
-        if (stOperation.eTakes == Operation::Paths) {
+        if (bPath)
             expected = Replaced(expected, "$", Printable(argument.substr(argument.rfind('[') + 1)));
-            const SwitchOff stOff;
-            if (TreeCheck(*m_pstHandle).empty())
-                PathCheck(*m_pstHandle, argument);
-        }
-        return seen == expected ? ""
-                                : stStep.operation + " " + Printable(argument).substr(0, 200) + "\nexpected:\n" +
-                                      expected + "seen:\n" + seen;
+        const string call = stStep.operation + " " + Printable(argument).substr(0, 200);
+        Require(seen == expected, (call + "\nexpected:\n" + expected + "seen:\n" + seen).c_str());
+        Require(stOperation.eTakes == Operation::Change || Base().lBlocks == lBlocks, "blocks are left by", call);
+        Require(!bPath || Base().ulAllocations <= (stStep.operation == "iterate" ? 1 : 0), "memory was taken by", call);
+        const SwitchOff stOff;
+        if (bPath && TreeCheck(*m_pstHandle).empty())
+            PathCheck(*m_pstHandle, argument);
     }
 
     std::map<string, Operation> m_operations;
@@ -179,9 +169,10 @@ TEST(CaseRunner, FindsFaults)
 {
     const string good = "let ONE =$\ndoc\n| a: \\(2 x#)\n| b:\n|   c: 1\nget a => ONE(x0x1)\nget b.c => =1\n";
     EXPECT_TRUE(Runner().Run(good).empty());
-    for (const char *pcWrong : {"load a: 1", "load a: 1 =>", "load a: 1 => {a:2}", "load\n| a: 1\n  {a:2}",
-                                "get a => =2", "get a b => =x0x1", "get a\n  =x0x1\n  more", "call Nothing a => x",
-                                "unknown a => x", "switch on", "limits 513 1 1 1", "doc a: b: c", "damage badly a"}) {
+    for (const char *pcWrong :
+         {"load a: 1", "load a: 1 =>", "load a: 1 => {a:2}", "load\n| a: 1\n  {a:2}", "get a => =2", "get a b => =x0x1",
+          "get a\n  =x0x1\n  more", "call Nothing a => x", "unknown a => x", "switch on", "limits 513 1 1 1",
+          "doc a: b: c", "damage badly a", "get => =x0x1", "unknown a", "switch 1 => ok"}) {
         const std::vector<Fault> faults = Runner().Run(good + pcWrong);
         EXPECT_TRUE(faults.size() == 1 && faults[0].ulLine == 8) << pcWrong;
     }
