@@ -16,35 +16,19 @@ constexpr size_t MaxDump = size_t{4} << 20;
 struct Reading {
     YamlHandle &stHandle;
     uint32_t uiPaths = 0;
-    bool bEmpty = false;    // there is an empty map or sequence, which has no picture in a dump
-    bool bAllByPath = true; // every value has been looked up
+    bool bEmpty = false;         // there is an empty map or sequence, which has no picture in a dump
+    bool bAllByPath = true;      // every value has been looked up
+    std::string text{}, plain{}; // the document as TreeText writes it, and as the dump does without its spaces
 };
 
-// Whether key paths have a form for the place of a value: not below a key that ends with a backslash, and not for the
-// elements of a sequence under a key without characters.
-bool HasPath(const YamlListNode &stValue)
-{
-    const YamlListNode *pstBelow = &stValue; // a value or a key
-    bool bSequence = false;
-    for (const YamlListNode *pst = stValue.pstFather; pst != nullptr; pst = pst->pstFather) {
-        const bool bKey = pst->uiDataType == YAML_DATATYPE_SCALAR && pstBelow != &stValue;
-        const std::string_view svName = bKey ? pst->pcValue : "x";
-        if (svName.ends_with('\\') || (svName.empty() && bSequence))
-            return false;
-        bSequence = pst->uiDataType == YAML_DATATYPE_SEQ;
-        pstBelow = pst;
-    }
-    return true;
-}
-
-void ByPathRead(Reading &st, const YamlListNode &stValue)
+void ByPathRead(Reading &st, const YamlListNode &stValue, bool bHasPath)
 {
     char acPath[YAML_KEY_BUF_SIZE];
     const uint32_t uiLength = ZRYAML_ValuePathGet(&stValue, sizeof(acPath), acPath);
     Require(strlen(acPath) == std::min(uiLength, YAML_KEY_BUF_SIZE - 1U), "a path is not as long as it says");
     if (uiLength == 0) // the root has no path
         return;
-    if (uiLength >= sizeof(acPath) || st.uiPaths++ >= MaxPaths || !HasPath(stValue)) {
+    if (uiLength >= sizeof(acPath) || st.uiPaths++ >= MaxPaths || !bHasPath) {
         st.bAllByPath = false;
         return;
     }
@@ -67,21 +51,22 @@ void ChildCheck(const YamlListNode &stValue, const YamlChild &stChild, uint32_t 
             "a child by key differs", pcKey);
 }
 
-// A value and everything below it: reads it in every way, and writes it as TreeText does or, plain, as the dump does
-// without its spaces.
-void ValueRead(Reading &st, const YamlListNode &stValue, std::string &text, std::string &plain)
+// Reads a value, which has a name if it has a key, and everything below it in every way. Key paths have no form for
+// what is below a name that ends with a backslash, and for the elements of a sequence whose name is empty.
+void ValueRead(Reading &st, const YamlListNode &stValue, std::string_view svName = "none", bool bHasPath = true)
 {
-    const auto Put = [&](const char *pcMark) { text += pcMark, plain += pcMark; };
-    const auto ScalarPut = [&](const char *pcText) { ScalarWrite(pcText, text), plain += pcText; };
+    const auto Put = [&](const char *pcMark) { st.text += pcMark, st.plain += pcMark; };
+    const auto ScalarPut = [&](const char *pcText) { ScalarWrite(pcText, st.text), st.plain += pcText; };
     Require(ZRYAML_DocumentGet(&stValue) == &st.stHandle, "a value names another document");
     uint32_t uiLine = 0, uiColumn = 0, uiCount = 0;
     ZRYAML_ValuePositionGet(&stValue, &uiLine, &uiColumn);
     Require(uiLine > 0 && uiColumn > 0, "a value has no place");
-    ByPathRead(st, stValue);
+    ByPathRead(st, stValue, bHasPath);
     if (ZRYAML_ValueTypeGet(&stValue) == YAML_DATATYPE_SCALAR)
         return ScalarPut(ZRYAML_ValueTextGet(&stValue));
 
     const bool bMap = ZRYAML_ValueTypeGet(&stValue) == YAML_DATATYPE_MAP;
+    const bool bHavePaths = bHasPath && !svName.ends_with('\\') && (bMap || !svName.empty());
     Put(bMap ? "{" : "[");
     YamlChild stChild = {};
     for (; ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK; ++uiCount) {
@@ -89,7 +74,7 @@ void ValueRead(Reading &st, const YamlListNode &stValue, std::string &text, std:
         Put(uiCount > 0 ? "," : "");
         if (bMap)
             ScalarPut(stChild.pcKey), Put(":");
-        ValueRead(st, *stChild.pstValue, text, plain);
+        ValueRead(st, *stChild.pstValue, bMap ? stChild.pcKey : "none", bHavePaths);
     }
     Put(bMap ? "}" : "]");
     Require(uiCount == ZRYAML_ChildCountGet(&stValue), "the count differs from the walk");
@@ -121,15 +106,15 @@ void DocumentCheck(YamlHandle &stHandle)
     const std::string fault = TreeCheck(stHandle);
     Require(fault.empty(), "the tree is broken", fault);
     Reading stReading{stHandle};
-    std::string text, plain, dump = DumpText(stHandle);
+    std::string dump = DumpText(stHandle);
     if (const YamlListNode *pstTop = ZRYAML_RootGet(&stHandle))
-        ValueRead(stReading, *pstTop, text, plain);
-    Require(text == TreeText(stHandle), "the walk differs from the tree", text);
+        ValueRead(stReading, *pstTop);
+    Require(stReading.text == TreeText(stHandle), "the walk differs from the tree", stReading.text);
     if (!dump.empty()) {
         Require(!stReading.bEmpty, "a document with an empty collection is dumped", dump);
-        for (std::string *pText : {&dump, &plain})
+        for (std::string *pText : {&dump, &stReading.plain})
             std::erase_if(*pText, [](char c) { return c == ' ' || c == '\n'; });
-        Require(dump == plain + ",", "the dump differs from the walk", dump);
+        Require(dump == stReading.plain + ",", "the dump differs from the walk", dump);
     }
     YamlUnreadKey stUnread = {};
     if (yaml_IsDebugSwitchOpen() != 0 && stReading.bAllByPath)
