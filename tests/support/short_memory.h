@@ -9,13 +9,7 @@
 
 #include <dlfcn.h>
 
-#ifdef __has_feature
-#define HAS_FEATURE(feature) __has_feature(feature)
-#else
-#define HAS_FEATURE(feature) 0
-#endif
-
-inline size_t g_ulNewsLeft = SIZE_MAX; // so many calls succeed, then each fails; SIZE_MAX: none fails
+inline thread_local size_t g_ulNewsLeft = SIZE_MAX; // so many calls succeed, then each fails; SIZE_MAX: none fails
 
 // Lets memory run short for as long as it lives.
 struct ShortMemory {
@@ -25,38 +19,31 @@ struct ShortMemory {
     ShortMemory &operator=(const ShortMemory &) = delete;
 };
 
-#if HAS_FEATURE(thread_sanitizer) // insists on an operator new of its own
-constexpr bool CanBeShort = false;
-#else
-constexpr bool CanBeShort = true;
-
-void *operator new(size_t ulSize)
+// Weak, as clang's sanitizers link an operator new of their own into the program, which then counts.
+[[gnu::weak]] void *operator new(size_t ulSize)
 {
     // The next one is a sanitizer's, if there is one.
     static const auto pfnNext = reinterpret_cast<void *(*)(size_t)>(dlsym(RTLD_NEXT, "_Znwm"));
     if (g_ulNewsLeft == 0)
         throw std::bad_alloc();
-    if (g_ulNewsLeft != SIZE_MAX)
-        --g_ulNewsLeft;
+    --g_ulNewsLeft;
     return pfnNext(ulSize);
 }
 
-void *operator new(size_t ulSize, const std::nothrow_t &) noexcept
+[[gnu::weak]] void *operator new(size_t ulSize, const std::nothrow_t &) noexcept
 {
     return g_ulNewsLeft == 0 ? nullptr : operator new(ulSize);
 }
 
-void *operator new[](size_t ulSize, const std::nothrow_t &) noexcept
+[[gnu::weak]] void *operator new[](size_t ulSize, const std::nothrow_t &) noexcept
 {
     return g_ulNewsLeft == 0 ? nullptr : operator new[](ulSize);
 }
 
-#endif
-
-// Whether the system can be asked to limit the memory; a sanitizer has mapped more than that from the start.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || HAS_FEATURE(address_sanitizer) || \
-    HAS_FEATURE(thread_sanitizer)
-constexpr bool CanBeLimited = false;
-#else
-constexpr bool CanBeLimited = true;
-#endif
+// Whether the operators above are the ones in place.
+inline const bool CanBeShort = [] {
+    const ShortMemory stShort(0);
+    void *const pOne = operator new(1, std::nothrow);
+    operator delete(pOne);
+    return pOne == nullptr;
+}();
