@@ -31,7 +31,7 @@ class Runner {
 public:
     Runner()
     {
-        for (const auto *pOperations : {&g_loadOperations, &g_readOperations, &g_callOperations})
+        for (const auto *pOperations : {&g_loadOperations, &g_readOperations, &g_callOperations, &g_cxxOperations})
             m_operations.insert(pOperations->begin(), pOperations->end());
         ZRYAML_LimitsGet(&m_stDefault);
     }

@@ -12,7 +12,7 @@ struct Operation {
     enum { Text, Document, Paths, Change } eTakes; // a text of its own, the document, it and paths, it and changes it
 };
 
-extern const std::map<std::string, Operation> g_loadOperations, g_readOperations, g_callOperations;
+extern const std::map<std::string, Operation> g_loadOperations, g_readOperations, g_callOperations, g_cxxOperations;
 
 // Changes one node, so that the tree is none that a load makes. False if there is no such change or no such node.
 bool NodeDamage(YamlHandle &stHandle, const std::string &kindAndNode);
