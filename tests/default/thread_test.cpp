@@ -74,6 +74,7 @@ TEST(Threads, ReadOneDocumentWithTheSwitchOn)
         EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "own%u.x.y", ui), std::to_string(ui).c_str());
         EXPECT_STREQ(ZRYAML_ValueTextGet(ZRYAML_PathFind(pstHandle, "own0.z")), "1");
         EXPECT_EQ(ZRYAML_ArraySizeGet(pstHandle, "list"), 2U);
+        yaml_IteratorDestroy(yaml_IteratorCreate(pstHandle, "list"));
     });
 
     YamlDebugInfo stInfo = {};
