@@ -67,7 +67,7 @@ TEST(Safe, WritesWhatFitsAndNothingElse)
     Gives(0, "|", {Read("abcde f", "%s%c", pc, 5U, pc, 1U), Read("a", "%s", pc + 1, 0U), Read("a", "%c", pc + 1, 0U)});
     Gives(-1, "", {Read("a", "%s%\0", pc, 5U), Read("a", "%s %lu", pc, 5U, pc), Read(" ", "%s", pc, 5U)});
     Gives(-1, "", {Read(nullptr, "a"), Read("a", nullptr), Read("a", "%s", nullptr, 5U), Read("a", "%c", nullptr, 5U)});
-    Gives(-1, "", {Read("1", "%d", nullptr), Read("1", "%x", nullptr), Read("1", "%n", nullptr)});
+    Gives(-1, "", {Read("1", "%d", nullptr), Read("1", "%x", nullptr), Read("1", "%n", nullptr), Read("", "a")});
 
     // Numbers, the lowest byte first.
     Gives(1, "A|||B|||||||",
@@ -87,8 +87,8 @@ TEST(Pool, CountsItsOwnBlocks)
         const ShortMemory stShort(ulNews);
         EXPECT_EQ(ZR_HandleInit("short"), nullptr);
     }
-    void *pPool = ZR_HandleInit(std::string("a name that goes away").c_str());
-    EXPECT_NE(ZR_HandleInit("a name that goes away"), pPool);
+    void *pPool = ZR_HandleInit(std::string("this name goes away, too").c_str());
+    EXPECT_NE(ZR_HandleInit("this name goes away, too"), pPool);
 
     void *pLarge = ZR_MemAlloc(UINT32_MAX, pPool), *pSmall = ZR_MemAlloc(0, pPool);
     const size_t ulLarge = malloc_usable_size(pLarge), ulSmall = malloc_usable_size(pSmall);
@@ -107,7 +107,7 @@ TEST(Pool, CountsItsOwnBlocks)
     ZR_MemInfo stInfo{};
     EXPECT_TRUE(ZR_MemInfoGet(nullptr, &stInfo) == EINVAL && ZR_MemInfoGet(pPool, nullptr) == EINVAL);
     EXPECT_EQ(ZR_MemInfoGet(pPool, &stInfo), 0U);
-    EXPECT_STREQ(stInfo.pcName, "a name that goes away");
+    EXPECT_STREQ(stInfo.pcName, "this name goes away, too");
     EXPECT_EQ(stInfo.ulBlocksInUse, 1U);
     EXPECT_EQ(stInfo.ulBytesInUse, ulSmall);
     EXPECT_EQ(stInfo.ulBytesPeak, ulLarge + ulSmall);
