@@ -32,6 +32,9 @@ void ByPathRead(Reading &st, const YamlListNode &stValue, bool bHasPath)
         st.bAllByPath = false;
         return;
     }
+    std::string tight(uiLength + 1, 'Z'); // and no room for the last character
+    (void)ZRYAML_ValuePathGet(&stValue, uiLength, tight.data());
+    Require(tight == std::string(acPath, uiLength - 1) + std::string("\0Z", 2), "a path leaves its buffer", acPath);
     Require(ZRYAML_PathFind(&st.stHandle, acPath) == &stValue, "a value is not found by its path", acPath);
     PathCheck(st.stHandle, acPath);
 }
