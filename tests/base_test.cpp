@@ -48,7 +48,7 @@ TEST(Safe, WritesWhatFitsAndNothingElse)
     int (*const Print)(char *, size_t, size_t, const char *, ...) = snprintf_s; // with formats that no compiler likes
     const auto Read = sscanf_s;
     char *const pc = g_sBuffer.data();
-    Gives(0, "zzzzz", {memset_s(pc, 5, 'z', 5)});
+    Gives(0, "zzzzz", {memset_s(pc, 5, 'z', 5), memset_s(pc, Most, 'z', 5)});
     Gives(ERANGE, "zzzzz", {memset_s(pc, 5, 'z', 6), memset_s(pc, Most + 1, 'y', 1), Copy(pc, Most + 1, "abc", 3)});
 
     Gives(0, "de||efef|", {Copy(pc, 3, pc + 3, 2), Copy(pc + 3, 1, "", Most), Copy(pc + 6, Most, pc + 4, 2)});
@@ -57,7 +57,7 @@ TEST(Safe, WritesWhatFitsAndNothingElse)
     Gives(EINVAL, "|bc|", {Copy(pc, 4, pc + 3, 6), Copy(pc + 6, 2, pc + 5, 2), Copy(pc + 3, 5, nullptr, 3)});
     Gives(EINVAL, "", {memset_s(nullptr, 5, 'z', 0), Copy(nullptr, 5, "abc", 3), Copy(pc, 0, "abc", 3)});
 
-    Gives(2, "%n|", {Print(pc, 6, 2, "%%n")});
+    Gives(2, "%n|", {Print(pc, 6, 2, "%%n"), Print(pc, Most, Most, "%%n")});
     Gives(-1, "xy|xyz|", {Print(pc, 3, 9, "%s", "xyz"), Print(pc + 3, 9, 3, "%s", "xyz!")});
     Gives(-1, "|b|", {Print(pc, 3, 2, "ab%ls", L"\u20AC"), Print(pc + 2, 9, Most + 1, "a")});
     Gives(-1, "|b|", {Print(pc, 12, 11, "%%%-+ #'I.*$0123456789hlLqjztn", ""), Print(pc + 2, 7, 3, nullptr)});
