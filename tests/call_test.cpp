@@ -78,12 +78,17 @@ TEST_F(Call, WithEventsAndErrorsThatLibyamlNeverGives)
         EXPECT_EQ(yaml_EventAnalyze(&stEvent, &pstCurrent, &uiFlag, &uiLast, &uiDocuments, pstHandle), YAML_ERR_EVENT);
         EXPECT_EQ(uiLast, static_cast<uint32_t>(iType)); // after every event, failed or not
     }
-    pstHandle->stLimits.ulCopyBytes = pstHandle->ulOwnBytes = 0;
-    EXPECT_EQ(yaml_SingleNodeDup(pstHandle, &pstHandle->stRoot), nullptr); // at no alias
+    pstHandle->ulOwnBytes = 0;
+    for (const uint64_t ulBytes : {0U, 1U}) {
+        pstHandle->stLimits.ulCopyBytes = ulBytes;
+        EXPECT_EQ(yaml_SingleNodeDup(pstHandle, &pstHandle->stRoot), nullptr);         // at no alias
+        EXPECT_NE(strstr(ZRYAML_LastErrorGet()->pcHint, "may copy 0 bytes"), nullptr); // the first hint stays
+    }
     EXPECT_EQ(Base().LogText(), "2 c There is not enough memory for parsing.\n"
                                 "2 16 There is an internal error in libYAML.\n"
                                 "2 1900000b Unknown parse event. (Event=0)\n"
                                 "2 1900000b Unknown parse event. (Event=11)\n"
+                                "2 c The alias expansion is too large. (Alias=)\n"
                                 "2 c The alias expansion is too large. (Alias=)\n");
 }
 
