@@ -95,21 +95,22 @@ TEST_F(Call, WithEventsAndErrorsThatLibyamlNeverGives)
 // A node that goes leaves its children free; a list of anchors is released up to what is no record.
 TEST_F(Call, OfRelease)
 {
+    const int64_t lBlocks = Base().lBlocks;
     YamlListNode *pstMap = yaml_ListNodeAlloc(pstHandle), *pstKey = yaml_ScalarNodeCreate(pstHandle, "k");
     pstMap->uiDataType = YAML_DATATYPE_MAP;
     EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(pstKey, pstMap), YAML_OK);
     yaml_ListNodeFree(pstMap);
     EXPECT_TRUE(pstKey->pstFather == nullptr && pstKey->stChildLink.next == &pstKey->stChildLink);
     yaml_ListNodeFree(pstKey);
+    EXPECT_EQ(Base().lBlocks, lBlocks);
 
     YamlAnchorNode *pstForeign = yaml_AnchorNodeAlloc(pstHandle, "f");
-    const int64_t lBlocks = Base().lBlocks;
     YamlList stHead = {&pstForeign->stAnchorLink, &pstForeign->stAnchorLink};
     pstForeign->stAnchorLink = {&stHead, &stHead};
     for (const uint32_t uiMagic : {0U, YAML_NODE_MAGIC}) {
         pstForeign->uiMagic = uiMagic;
         yaml_AnchorNodesRelease(&stHead);
-        EXPECT_EQ(Base().lBlocks, lBlocks - (uiMagic == 0 ? 0 : 2));
+        EXPECT_EQ(Base().lBlocks, lBlocks + (uiMagic == 0 ? 2 : 0));
     }
     EXPECT_EQ(stHead.next, &stHead);
 }
