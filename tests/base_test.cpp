@@ -58,6 +58,7 @@ TEST(Safe, WritesWhatFitsAndNothingElse)
     Gives(EINVAL, "", {memset_s(nullptr, 5, 'z', 0), Copy(nullptr, 5, "abc", 3), Copy(pc, 0, "abc", 3)});
 
     Gives(2, "%n|", {Print(pc, 6, 2, "%%n"), Print(pc, Most, Most, "%%n")});
+    Gives(0, "|", {Print(pc, 9, 9, "%s", "")});
     Gives(-1, "xy|xyz|", {Print(pc, 3, 9, "%s", "xyz"), Print(pc + 3, 9, 3, "%s", "xyz!")});
     Gives(-1, "|b|", {Print(pc, 3, 2, "ab%ls", L"\u20AC"), Print(pc + 2, 9, Most + 1, "a")});
     Gives(-1, "|b|", {Print(pc, 12, 11, "%%%-+ #'I.*$0123456789hlLqjztn", ""), Print(pc + 2, 7, 3, nullptr)});
@@ -72,7 +73,7 @@ TEST(Safe, WritesWhatFitsAndNothingElse)
     // Numbers, the lowest byte first.
     Gives(1, "A|||B|||||||",
           {Read(" +65,", "%u;%n", pc, pc), Read("[066", "[%u]", pc + 4), Read("-0x5", "%u", pc + 8)});
-    Gives(1, "A|||\7|||B|||", {Read(" 65 , %", "%u ,%%%n", pc, pc + 4), Read("66x", "%u%d", pc + 8, pc)});
+    Gives(1, "A|||\7|||B|||", {Read(" 65 , %", "%u ,%%%n", pc, pc + 4), Read("66a", "%u%d", pc + 8, pc)});
     Gives(1, "\x1f|||\xf|||||||", {Read("0X1fg", "%x", pc), Read("fx1", "%x", pc + 4), Read("0", "%x", pc + 8)});
     Gives(1, "\xff\xff\xff\xff\xff\xff\xff\xff", {Read("4294967295", "%u", pc), Read("0xfFfFfFfF", "%x", pc + 4)});
     Gives(1, "\xff\xff\xff\x7f|||\x80", {Read("2147483647", "%d", pc), Read("-2147483648", "%d", pc + 4)});

@@ -50,6 +50,9 @@ TEST(Threads, LoadSideBySideAndFreeEachOthersDocuments)
         YamlHandle *pstHandle = ZRYAML_TextLoad(good.data(), good.size(), "good");
         EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "c.q"), name.c_str());
         ZRYAML_HandleFree(pstLast.exchange(pstHandle));
+        YamlLimits stLimits;
+        ZRYAML_LimitsGet(&stLimits);
+        EXPECT_EQ(ZRYAML_LimitsSet(&stLimits), YAML_OK);
         EXPECT_EQ(ZRYAML_TextLoad(bad.data(), bad.size(), name.c_str()), nullptr);
         const YamlErrorInfo &stError = *ZRYAML_LastErrorGet();
         EXPECT_TRUE(stError.uiCode == YAML_ERR_SAME && stError.uiLine == ui + 2 && stError.pcFile == name);
