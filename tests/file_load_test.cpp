@@ -89,13 +89,17 @@ TEST_F(FileLoad, NamesThePathThatWasGiven)
 // What is wrong in a file that cannot be read twice is told without the text.
 TEST_F(FileLoad, ReadsAPipe)
 {
-    FILE *pstFile = popen("printf 'a: @x'", "r");
-    YamlHandle *pstHandle = TextLoad("");
-    EXPECT_EQ(yaml_FileParse(pstFile, pstHandle), YAML_ERR_PARSE);
-    EXPECT_EQ(Last().uiColumn, 4U);
-    EXPECT_STREQ(Last().pcHint, "");
-    pclose(pstFile);
-    ZRYAML_HandleFree(pstHandle);
+    const std::tuple<const char *, uint32_t, const char *> astPipe[] = {
+        {"printf 'a: @x'", 4, ""}, {"printf 'a: \\377'", 0, "these bytes are no character: save the file as UTF-8"}};
+    for (const auto &[pcCommand, uiColumn, pcHint] : astPipe) {
+        FILE *pstFile = popen(pcCommand, "r");
+        YamlHandle *pstHandle = TextLoad("");
+        EXPECT_EQ(yaml_FileParse(pstFile, pstHandle), YAML_ERR_PARSE);
+        EXPECT_EQ(Last().uiColumn, uiColumn);
+        EXPECT_STREQ(Last().pcHint, pcHint);
+        pclose(pstFile);
+        ZRYAML_HandleFree(pstHandle);
+    }
 }
 
 TEST_F(FileLoad, RefusedSecureCallsDoNotStopIt)

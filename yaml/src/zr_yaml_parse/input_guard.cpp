@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Looking for directives the guard sees bytes, not characters: zero bytes are passed over, so that it reads UTF-16 as
-// well, and a byte that may end a line break of YAML 1.1 (also NEL, LS, PS or a byte order mark) is taken for one.
+// well.
 #include "input_guard.h"
 
 #include <cstring>
@@ -56,8 +56,11 @@ uint32_t InputGuard::Check(const unsigned char *pucText, size_t ulLength) noexce
         return uiCode;
     }
     DirectivesScan(pucText, ulLength);
-    if (m_ulDirective > DirectiveMax)
-        return YAML_FAIL(YAML_ERR_EVENT, "The directive is too long. (Limit=%zu)", DirectiveMax);
+    if (m_ulDirective > DirectiveMax) {
+        const uint32_t uiCode = YAML_FAIL(YAML_ERR_EVENT, "The directive is too long. (Limit=%zu)", DirectiveMax);
+        ErrorHintAdd("a %%TAG directive may have %zu bytes", DirectiveMax);
+        return uiCode;
+    }
     if (m_uiDirectives > m_stLimits.uiDirectives) {
         const uint32_t uiCode =
             YAML_FAIL(YAML_ERR_EVENT, "There are too many directives. (Limit=%u)", m_stLimits.uiDirectives);
@@ -128,21 +131,29 @@ uint64_t InputGuard::BlanksScan(const unsigned char *pucText, size_t ulLength) n
     return std::exchange(m_ulBlanks, ulTrailing);
 }
 
-bool InputGuard::IsLineStart(unsigned char ucBefore) const noexcept
+// Whether a line begins at a place, by the bytes before it: behind a line break of YAML 1.1 or a byte order mark. Where
+// the border of a part hides some of them, it may.
+bool InputGuard::IsLineStart(const unsigned char *pucText, size_t ulAt) const noexcept
 {
-    switch (ucBefore) {
+    const auto Before = [=](size_t ulBack, unsigned char ucByte) {
+        return ulBack > ulAt || pucText[ulAt - ulBack] == ucByte;
+    };
+    switch (ulAt > 0 ? pucText[ulAt - 1] : m_ucBefore) {
     case '\n':
     case '\r':
-    case 0x85: // NEL
-    case 0xA8: // LS and PS in UTF-8
-    case 0xA9:
-    case 0xBF: // byte order marks
-    case 0xFE:
-    case 0xFF:
         return true;
-    case 0x20: // LS and PS in UTF-16
+    case 0x85: // NEL is C2 85
+        return m_bUtf16 || Before(2, 0xC2);
+    case 0xA8: // LS and PS are E2 80 A8 and E2 80 A9
+    case 0xA9:
+        return Before(2, 0x80) && Before(3, 0xE2);
+    case 0xBF: // the byte order mark is EF BB BF
+        return Before(2, 0xBB) && Before(3, 0xEF);
+    case 0x20: // LS and PS in UTF-16, and its byte order marks
     case 0x28:
     case 0x29:
+    case 0xFE:
+    case 0xFF:
         return m_bUtf16;
     default:
         return false;
@@ -176,7 +187,7 @@ void InputGuard::DirectivesScan(const unsigned char *pucText, size_t ulLength) n
             const unsigned char *pucBefore = puc;
             while (pucBefore != pucText && pucBefore[-1] == 0)
                 --pucBefore;
-            m_ulMatched = IsLineStart(pucBefore != pucText ? pucBefore[-1] : m_ucBefore) ? 1 : 0;
+            m_ulMatched = IsLineStart(pucText, static_cast<size_t>(pucBefore - pucText)) ? 1 : 0;
         } else if (*puc != 0) {
             m_ulMatched = *puc == static_cast<unsigned char>(g_svDirective[m_ulMatched]) ? m_ulMatched + 1 : 0;
             if (m_ulMatched == g_svDirective.size()) {

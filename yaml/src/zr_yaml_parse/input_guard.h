@@ -28,7 +28,7 @@ private:
     [[nodiscard]] bool IsBlankUnit(const unsigned char *pucText, size_t ulLength, size_t ulAt) const noexcept;
     void DirectivesScan(const unsigned char *pucText, size_t ulLength) noexcept;
     [[nodiscard]] const unsigned char *DirectiveSkip(const unsigned char *puc, const unsigned char *pucEnd) noexcept;
-    [[nodiscard]] bool IsLineStart(unsigned char ucBefore) const noexcept;
+    [[nodiscard]] bool IsLineStart(const unsigned char *pucText, size_t ulAt) const noexcept;
     [[nodiscard]] uint32_t Check(const unsigned char *pucText, size_t ulLength) noexcept;
 
     yaml_read_handler_t *m_pfnRead; // libyaml's own

@@ -2,6 +2,7 @@
 // A table of what libyaml says, with a function each that knows the usual mistake behind it.
 #include "load_explain.h"
 #include "parse_internal.h"
+#include "source_reader.h"
 
 #include <algorithm>
 #include <cstring>
@@ -22,27 +23,6 @@ void PlaceAdd(const Place &stPlace) noexcept
 {
     ErrorPlaceAdd(stPlace.uiLine, stPlace.uiColumn);
 }
-
-// Reads a source again from its start, part by part; gives nothing if it cannot be read twice.
-class SourceReader {
-public:
-    explicit SourceReader(const Source &stSource) noexcept : m_stSource(stSource)
-    {
-        m_bReadable = stSource.pstFile == nullptr || fseek(stSource.pstFile, 0, SEEK_SET) == 0;
-    }
-    // The next byte, or EOF.
-    int Next() noexcept
-    {
-        if (m_stSource.pstFile != nullptr)
-            return m_bReadable ? getc_unlocked(m_stSource.pstFile) : EOF;
-        return m_ulAt < m_stSource.svText.size() ? static_cast<unsigned char>(m_stSource.svText[m_ulAt++]) : EOF;
-    }
-
-private:
-    const Source &m_stSource;
-    size_t m_ulAt = 0;
-    bool m_bReadable;
-};
 
 // Counts lines and columns as libyaml does, for UTF-8.
 class PlaceCounter {
@@ -185,6 +165,12 @@ void SecondValueExplain(const yaml_parser_t &stParser, const Source &stSource) n
     ErrorHintAdd("a second ': ' in one value: quote the value, or put the inner key on its own line");
 }
 
+void NodeExplain(const yaml_parser_t &stParser, const Source &) noexcept
+{
+    PlaceAdd(PlaceOf(stParser.problem_mark));
+    ErrorHintAdd("no value can begin here: is there a ',' or bracket too many, or a bracket that is not closed?");
+}
+
 void FlowExplain(const yaml_parser_t &stParser, const Source &) noexcept
 {
     const Place stOpened = PlaceOf(stParser.context_mark);
@@ -214,6 +200,7 @@ constexpr Explanation g_astExplanation[] = {
     {"while scanning a quoted scalar", "found unexpected", QuoteExplain},
     {"while scanning a simple key", "could not find expected ':'", SimpleKeyExplain},
     {"", "mapping values are not allowed", SecondValueExplain},
+    {" node", "did not find expected", NodeExplain},
     {"while parsing a flow", "did not find expected", FlowExplain},
     {"while parsing a block", "did not find expected", BlockExplain},
 };
@@ -238,10 +225,13 @@ void ReaderExplain(const yaml_parser_t &stParser, const Source &stSource) noexce
         return ErrorHintAdd("the file cannot be read to its end");
     SourceReader stReader(stSource);
     PlaceCounter stCounter;
-    for (size_t ul = 0; ul < stParser.problem_offset; ++ul)
-        stCounter.Take(stReader.Next());
-    const bool bInsideChar = strstr(stParser.problem, "trailing") != nullptr;
-    PlaceAdd(bInsideChar ? stCounter.LastChar() : stCounter.At());
+    int iByte = 0;
+    while (stReader.At() < stParser.problem_offset && iByte != EOF)
+        stCounter.Take(iByte = stReader.Next());
+    const bool bInsideChar =
+        strstr(stParser.problem, "trailing") != nullptr || strncmp(stParser.problem, "expected low", 12) == 0;
+    if (iByte != EOF) // it could be read again
+        PlaceAdd(bInsideChar ? stCounter.LastChar() : stCounter.At());
     if (strstr(stParser.problem, "control characters") != nullptr)
         ErrorHintAdd("a control character cannot stand here");
     else
