@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Keeps the error record of each thread in memory that the thread has from its start.
 #include "../error_record.h"
+#include "../text_cut.h"
 #include "debug_internal.h"
 
 #include <cstdio>
@@ -17,28 +18,19 @@ struct ErrorRecord {
 
 thread_local ErrorRecord t_stRecord;
 
-// Ends a text that was longer than its buffer with dots, at the border of a character.
-void CutMark(char (&acText)[TextSize]) noexcept
-{
-    size_t ulEnd = TextSize - 4;
-    while (ulEnd > 0 && (static_cast<unsigned char>(acText[ulEnd]) & 0xC0U) == 0x80U)
-        --ulEnd;
-    memcpy(acText + ulEnd, "...", 4);
-}
-
 void TextKeep(char (&acText)[TextSize], const char *pcText) noexcept
 {
     const size_t ulLength = strnlen(pcText, TextSize);
     memcpy(acText, pcText, ulLength < TextSize ? ulLength + 1 : TextSize);
     if (ulLength == TextSize)
-        CutMark(acText);
+        zryaml::CutMark(acText, TextSize);
 }
 
 __attribute__((format(printf, 2, 0))) void TextFormat(char (&acText)[TextSize], const char *pcFormat,
                                                       va_list stArgs) noexcept
 {
     if (vsnprintf(acText, TextSize, pcFormat, stArgs) >= static_cast<int>(TextSize))
-        CutMark(acText);
+        zryaml::CutMark(acText, TextSize);
 }
 
 } // namespace

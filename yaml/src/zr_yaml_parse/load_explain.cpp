@@ -157,12 +157,17 @@ void SecondValueExplain(const yaml_parser_t &stParser, const Source &stSource) n
 {
     const Place stPlace = PlaceOf(stParser.problem_mark);
     const LineText stLine = LineRead(stSource, stPlace.uiLine);
-    const size_t ulBefore = stLine.View().size() - TextFrom(stLine.View(), stPlace.uiColumn).size();
-    const bool bOwnLine = First(stLine.View(), ulBefore).find(": ") != std::string_view::npos;
-    if (!bOwnLine && TightColonExplain(stSource, stPlace.uiLine - 1))
+    const std::string_view svRest = TextFrom(stLine.View(), stPlace.uiColumn);
+    const std::string_view svBefore = First(stLine.View(), stLine.View().size() - svRest.size());
+    const bool bSeen = stLine.View().size() + 1 < sizeof(stLine.acText);
+    const bool bSecond = !bSeen || svBefore.find(": ") != svBefore.npos || svBefore.find(":\t") != svBefore.npos;
+    if (!bSecond && TightColonExplain(stSource, stPlace.uiLine - 1))
         return;
     PlaceAdd(stPlace);
-    ErrorHintAdd("a second ': ' in one value: quote the value, or put the inner key on its own line");
+    if (bSecond)
+        ErrorHintAdd("a second ': ' in one value: quote the value, or put the inner key on its own line");
+    else
+        ErrorHintAdd("no key can stand below a text: look at the indentation, and whether a ':' is missing before");
 }
 
 void NodeExplain(const yaml_parser_t &stParser, const Source &) noexcept
@@ -184,8 +189,8 @@ void BlockExplain(const yaml_parser_t &stParser, const Source &) noexcept
 {
     const Place stOpened = PlaceOf(stParser.context_mark);
     PlaceAdd(PlaceOf(stParser.problem_mark));
-    ErrorHintAdd("this does not line up with what begins at line %u, column %u: look at the indentation, and at the "
-                 "line before for a quote or bracket",
+    ErrorHintAdd("this does not line up with what begins at line %u, column %u: look at the indentation, and in front "
+                 "of it for a quote or bracket",
                  stOpened.uiLine, stOpened.uiColumn);
 }
 

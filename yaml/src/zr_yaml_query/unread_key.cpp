@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Keys that nobody read: lookups, iterators and walks mark what they hand out while the debug switch is on, one bit in
 // the key, set without a lock; the walk lists the keys that have stayed unmarked.
+#include "../text_cut.h"
 #include "key_query.h"
-
-#include <cstring>
 
 namespace {
 
@@ -61,7 +60,7 @@ void UnreadFill(const YamlListNode &stKey, YamlUnreadKey &stUnread) noexcept
     stUnread.uiFromAlias = stPlace.uiFromAlias;
     stUnread.pstNode = &stKey;
     if (ZRYAML_ValuePathGet(&stKey, sizeof(stUnread.acPath), stUnread.acPath) >= sizeof(stUnread.acPath))
-        memcpy(stUnread.acPath + sizeof(stUnread.acPath) - 4, "...", 4);
+        CutMark(stUnread.acPath, sizeof(stUnread.acPath));
 }
 
 } // namespace
