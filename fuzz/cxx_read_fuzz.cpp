@@ -14,6 +14,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *pucData, size_t ulSize)
     const zryaml::Value stRoot = stLoaded->root(), stFound = stRoot.at(path);
     if (stFound && !path.empty())
         Require(stFound.node() == ZRYAML_PathFind(stLoaded->handle(), path.c_str()), "in C a path differs", path);
+    DocumentCheck(*stLoaded->handle());
     int32_t iRest = 500;
     (void)TextsRead(stRoot, stRoot, iRest);
     for (const auto &stAny : {stFound, stFound[path], stFound[3], stFound["x"][0].at(path)})

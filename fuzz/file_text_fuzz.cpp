@@ -5,7 +5,6 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *pucData, size_t ulSize)
 {
     ZRYAML_DebugSwitchSet(ulSize % 2); // with the switch on, loads trace and count, and reads are marked
-    if (const Document stDocument = DocumentLoad({reinterpret_cast<const char *>(pucData), ulSize}))
-        DocumentCheck(*stDocument);
+    (void)DocumentLoad({reinterpret_cast<const char *>(pucData), ulSize});
     return 0;
 }

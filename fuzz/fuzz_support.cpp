@@ -20,6 +20,8 @@ Document DocumentLoad(std::string_view svText)
     const YamlErrorInfo &stError = *ZRYAML_LastErrorGet();
     Require((stDocument == nullptr) == (stError.uiCode != YAML_OK), "result and record differ", stError.pcMessage);
     Require((stDocument == nullptr) == (stError.pcMessage[0] != '\0'), "a refusal has no message");
+    if (stDocument != nullptr)
+        DocumentCheck(*stDocument);
     return stDocument;
 }
 

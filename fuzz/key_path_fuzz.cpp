@@ -13,5 +13,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *pucData, size_t ulSize)
             .release();
     ZRYAML_DebugSwitchSet(ulSize % 2);
     PathCheck(*pstHandle, std::string(reinterpret_cast<const char *>(pucData), ulSize).c_str()); // ends at a NUL
+    Require(TreeCheck(*pstHandle).empty(), "a lookup changes the tree");
     return 0;
 }

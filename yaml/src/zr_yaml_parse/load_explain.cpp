@@ -231,8 +231,8 @@ void ReaderExplain(const yaml_parser_t &stParser, const Source &stSource) noexce
     SourceReader stReader(stSource);
     PlaceCounter stCounter;
     int iByte = 0;
-    while (stReader.At() < stParser.problem_offset && iByte != EOF)
-        stCounter.Take(iByte = stReader.Next());
+    for (; stReader.At() < stParser.problem_offset && iByte != EOF; stCounter.Take(iByte))
+        iByte = stReader.Next();
     const bool bInsideChar =
         strstr(stParser.problem, "trailing") != nullptr || strncmp(stParser.problem, "expected low", 12) == 0;
     if (iByte != EOF) // it could be read again

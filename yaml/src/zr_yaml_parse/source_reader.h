@@ -16,8 +16,8 @@ public:
 
     // The next byte, or EOF.
     [[nodiscard]] int Next() noexcept;
-    // Bytes of the source itself that have been read.
-    [[nodiscard]] size_t At() const noexcept { return m_ulAt; }
+    // Bytes of the source itself that have been given; a character of UTF-16 counts once it is given whole.
+    [[nodiscard]] size_t At() const noexcept { return m_ulGiven == m_ulLength ? m_ulAt : m_ulAt - 1; }
 
 private:
     void Rewind() noexcept;
