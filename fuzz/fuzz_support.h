@@ -13,8 +13,8 @@ struct HandleFree {
 };
 using Document = std::unique_ptr<YamlHandle, HandleFree>;
 
-// Loads a text with limits that keep one input short, and checks the whole document; null if it is refused, and then the
-// error record says why.
+// Loads a text with limits that keep one input short, and checks the whole document; null if it is refused, and then
+// the error record says why.
 Document DocumentLoad(std::string_view svText);
 
 // An input of two parts: the first line, and what follows it.
