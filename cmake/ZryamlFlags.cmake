@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Compiler and linker options, as interface targets that each target of the project takes on by zryaml_apply_flags.
-# Nothing of this reaches a project that uses the libraries.
+# Compiler and linker options, as interface targets that zryaml_apply_flags gives to each target of the project. None of
+# them reaches a project that uses the libraries.
 
 add_library(zryaml_warnings INTERFACE)
 target_compile_options(zryaml_warnings INTERFACE
@@ -13,8 +13,8 @@ target_compile_options(zryaml_paths INTERFACE "-fmacro-prefix-map=${PROJECT_SOUR
 
 add_library(zryaml_checks INTERFACE)
 if(ZRYAML_SANITIZE)
-    # A report ends the program, so that a test cannot pass with one. What nobody has set on the stack is never zero by
-    # luck, so that a text without its NUL is read beyond its end; g++ 12 then takes arguments of fmt for uninitialised.
+    # A report ends the program, so no test passes with one. Variables on the stack start with a pattern, never with a
+    # lucky zero, so that a missing NUL shows; g++ 12 then takes arguments of fmt for uninitialised.
     target_compile_options(zryaml_checks INTERFACE
         -fsanitize=${ZRYAML_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer
         -ftrivial-auto-var-init=pattern -Wno-uninitialized)
@@ -25,7 +25,7 @@ else()
         -fstack-protector-strong
         $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE>
         $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-D_FORTIFY_SOURCE=2>)
-    # The clang sanitizers leave their run-time to the program, hence --no-undefined only without them.
+    # With clang the sanitizers' run-time is in the program only, so --no-undefined works only without them.
     target_link_options(zryaml_checks INTERFACE
         $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,SHARED_LIBRARY>:LINKER:--no-undefined>)
 endif()

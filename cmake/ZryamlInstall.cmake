@@ -1,6 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# The installed copy, in three components: runtime (the libraries), development and command. Every path in it is
-# relative to the file that holds it, so the prefix may be moved.
+# The installed copy, in components: runtime (the libraries), development and command. Every path in it is relative to the file that holds it, so the prefix may be moved; folders that are given as absolute paths stay so.
 
 include(CMakePackageConfigHelpers)
 
@@ -20,15 +19,23 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/zryamlConfigVersion.cmake
 install(FILES ${PROJECT_BINARY_DIR}/zryamlConfig.cmake ${PROJECT_BINARY_DIR}/zryamlConfigVersion.cmake
     DESTINATION ${ZRYAML_CONFIG_DIR} COMPONENT development)
 
-cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
-    OUTPUT_VARIABLE ZRYAML_PC_PREFIX)
+set(ZRYAML_PC_PREFIX ${CMAKE_INSTALL_PREFIX})
+if(NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX BASE_DIRECTORY ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig
+        OUTPUT_VARIABLE ZRYAML_PC_PREFIX)
+    string(PREPEND ZRYAML_PC_PREFIX "\${pcfiledir}/")
+endif()
+foreach(folder IN ITEMS LIBDIR INCLUDEDIR)
+    set(ZRYAML_PC_${folder} "\${prefix}")
+    cmake_path(APPEND ZRYAML_PC_${folder} "${CMAKE_INSTALL_${folder}}") # an absolute path replaces what is there
+endforeach()
 configure_file(cmake/zryaml.pc.in ${PROJECT_BINARY_DIR}/zryaml.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zryaml.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
 
 file(GLOB guides CONFIGURE_DEPENDS docs/*.md)
 install(FILES README.md ${guides} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development
-    FILES_MATCHING PATTERN *.c PATTERN *.cpp PATTERN *.yaml)
+    FILES_MATCHING PATTERN *.c PATTERN *.cpp PATTERN *.yaml PATTERN *.json)
 
 # Compresses a file when the build is configured, and again when it has changed.
 find_program(ZRYAML_GZIP gzip REQUIRED)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# What a user of the build may choose. Inside another project only the libraries are built, and nothing is installed.
+# Options of the build. Inside another project only the libraries are built, and nothing is installed.
 
 include(GNUInstallDirs)
 

@@ -33,8 +33,8 @@ line, column and key; untrusted files are bounded in depth, size and copies.")
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libzryaml1)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-# The trigger updates the loader's cache. CPack would add scripts that do it once more, unless it is told of others; the
-# two names stand for no file, so that the package has none.
+# The trigger updates the loader's cache. CPack would also add scripts that do so, unless it is given others: the two
+# names are of no file, so the package has no script.
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/triggers postinst postrm)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "YAML configuration file library
 ${about}
@@ -62,7 +62,7 @@ stands in the file, converts the resolved document to JSON, and checks any
 number of files with errors that an editor can jump to.")
 endif()
 
-# What each package owes to Debian; left out of a full installation.
+# What Debian wants in each package; a full installation leaves it out.
 zryaml_gzip(cmake/debian/changelog ${PROJECT_BINARY_DIR}/changelog.Debian.gz)
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     string(TOUPPER ${component} mark)

@@ -32,8 +32,8 @@ extern "C" {
 /* ---- Start ---- */
 
 /**
- * Gets the base layer ready: sets up the log and takes its first level from the environment (see ZR_LogLevelSet).
- * Every further call does nothing. The other calls work without it.
+ * Starts the base layer: sets up the log and reads its first level from the environment (see ZR_LogLevelSet).
+ * Further calls do nothing. The other calls work without it.
  *
  * @return 0, always.
  */
@@ -41,7 +41,7 @@ ZR_API uint32_t ZR_BaseInit(void);
 
 /* ---- Memory ---- */
 
-/** What one pool holds. Bytes in use count each block with the size handed out, which malloc_usable_size(3) tells. */
+/** What one pool holds. Each block counts with the size handed out, as malloc_usable_size(3) tells it. */
 typedef struct ZR_MemInfo {
     const char *pcName;     /**< Name of the pool, owned by it and valid until the process ends. */
     uint64_t ulBlocksInUse; /**< Blocks taken and not yet given back. */
@@ -86,12 +86,12 @@ ZR_API uint32_t ZR_MemInfoGet(void *pMemHandle, ZR_MemInfo *pstInfo);
 
 /* ---- Log ---- */
 
-/** Levels of a record. A higher number is graver. */
+/** Levels of a record. A higher number is more severe. */
 enum {
     ZR_LOG_NOTE = 0,    /**< Trace and notes. */
     ZR_LOG_WARNING = 1, /**< Work goes on. */
     ZR_LOG_ERROR = 2,   /**< An operation failed. */
-    ZR_LOG_NOTHING = 3  /**< As a least level: keep the built-in levels out altogether. */
+    ZR_LOG_NOTHING = 3  /**< As a least level: no record of these levels is written. */
 };
 
 /** The module that writes a record. */
@@ -113,8 +113,8 @@ typedef struct ZR_LogRecord {
 } ZR_LogRecord;
 
 /**
- * A host's log. Calls never overlap, so a sink needs no lock of its own. Records that the sink itself causes, in its
- * own thread, are dropped.
+ * A host's function for log records. Calls never overlap, so a sink needs no lock of its own. Records that the sink
+ * itself causes, in its own thread, are dropped.
  *
  * @param pstRecord  The record, valid during the call only.
  * @param pContext   As given to ZR_LogSinkSet.
@@ -141,8 +141,9 @@ ZR_API void ZR_LogWrite(ZR_LogModule *pstModule, uint32_t uiLevel, uint32_t uiCo
                         const char *pcFunction, const char *pcFormat, ...) ZR_PRINTF(7, 8);
 
 /**
- * Puts a host's sink in the place of the present one. The default sink writes to standard error, through spdlog's
- * logger "zr": a host that registers a logger of that name before the first record gets the records there instead.
+ * Replaces the current sink by a host's. The default sink writes to standard error, through spdlog's
+ * logger "zr": a host that registers a logger of that name before the first record gets the records there instead. No
+ * other logger of the host is touched.
  *
  * @param pfnSink   New sink; NULL brings the default back.
  * @param pContext  Handed to the sink as it is.

@@ -4,8 +4,8 @@
  * Bounds-checked memory and text calls, with the meaning of C11 Annex K where it has them.
  *
  * No call writes outside [destination, destination + size), and a refused call on a text leaves an empty or a cut text,
- * always terminated. Sizes above SIZE_MAX / 2 are taken for negative numbers gone wrong and refused. There is no
- * constraint handler: the result says it all. Every call is thread-safe as far as its arguments are the caller's own.
+ * always terminated. Sizes above SIZE_MAX / 2 are refused as miscomputed negative numbers. There is no
+ * constraint handler; the result tells everything. Calls with arguments of their own may run in any number of threads.
  */
 #ifndef ZR_SAFE_H
 #define ZR_SAFE_H
@@ -20,7 +20,7 @@ extern "C" {
 #endif
 
 /**
- * Fills memory, also when the compiler could prove that nobody reads it again.
+ * Fills memory, even where the compiler could prove that nothing reads it afterwards.
  *
  * @param pDest      Memory of ulDestMax bytes.
  * @param ulDestMax  Its size.
@@ -55,7 +55,7 @@ ZR_API int strncpy_s(char *pcDest, size_t ulDestMax, const char *pcSource, size_
  */
 ZR_API int snprintf_s(char *pcDest, size_t ulDestMax, size_t ulCount, const char *pcFormat, ...) ZR_PRINTF(4, 5);
 
-/** snprintf_s with an argument list, which the call uses up. */
+/** snprintf_s with an argument list, which is undefined afterwards. */
 ZR_API int vsnprintf_s(char *pcDest, size_t ulDestMax, size_t ulCount, const char *pcFormat, va_list stArgs)
     ZR_PRINTF(4, 0);
 

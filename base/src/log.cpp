@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The log call: filters by level, finishes the text and hands the record on. A record below the least level costs one
+// The log call: filters by level, formats the text and passes the record on. A record below the least level costs one
 // load and one comparison.
 
 #include "log.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// What the parts of the log share: the start, the sink in place, and the back end behind the default sink.
+// Shared by the parts of the log: the start, the current sink, and the back end of the default sink.
 
 #ifndef ZR_LOG_H
 #define ZR_LOG_H
@@ -11,10 +11,10 @@
 
 namespace zr {
 
-// Takes the first level from the environment; does so once, before any level set by a host.
+// Sets the first level from the environment. Only the first call does; ZR_LogLevelSet calls it before its own level.
 void LogStart() noexcept;
 
-// Hands a finished record to the sink in place; drops it when this thread is inside the sink already.
+// Passes a finished record to the current sink, or drops it if this thread is inside the sink already.
 void LogSinkWrite(const ZR_LogRecord &stRecord) noexcept;
 
 // The default sink.

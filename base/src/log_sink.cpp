@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// The sink in place. One lock is held while a sink runs and while it is replaced, so that a replaced sink is never
-// running any more. A thread that is inside a sink already never waits for that lock.
+// The current sink. One lock is held while a sink runs and while it is replaced, so a replaced sink no longer runs
+// anywhere. A thread inside a sink never waits for that lock.
 
 #include <cerrno>
 #include <mutex>
@@ -17,7 +17,8 @@ struct Sink {
 
 constinit std::mutex g_stLock;
 constinit Sink g_stSink{};
-constinit thread_local bool g_bInSink = false;
+// In the memory that a thread has from its start, also where the library is opened at run time.
+__attribute__((tls_model("initial-exec"))) constinit thread_local bool g_bInSink = false;
 
 } // namespace
 
@@ -32,7 +33,7 @@ void zr::LogSinkWrite(const ZR_LogRecord &stRecord) noexcept
             g_stSink.pfnWrite(&stRecord, g_stSink.pContext);
         else
             LogSpdlogWrite(stRecord);
-    } catch (...) { // A sink that throws loses its record; the caller of the log is C.
+    } catch (...) { // The record is lost: its writer is C and cannot catch.
     }
     g_bInSink = false;
 }

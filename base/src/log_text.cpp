@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Formats and escapes the text of a log record. What comes out is well-formed UTF-8 without control characters, so that
-// no text read from a file can start a line of its own or steer a terminal. A text that is cut ends with "...".
+// Formats and escapes the text of a log record. The result is well-formed UTF-8 without control characters, so no text
+// from a file can start a line of its own or control a terminal. A text that was cut ends with "...".
 
 #include "log_text.h"
 
@@ -48,7 +48,7 @@ struct Utf8 {
     return uiCode >= 0x20 && (uiCode < 0x7F || uiCode > 0x9F) && uiCode != 0x2028 && uiCode != 0x2029;
 }
 
-// One character as it is written: itself, or its escape, which then stands in acEscape.
+// What is written for the first character: the character itself, or its escape, which is put into acEscape.
 [[nodiscard]] std::string_view CharacterOf(std::string_view svText, Utf8 stChar, std::span<char, 8> acEscape) noexcept
 {
     if (stChar.ulLength != 0 && IsPrintable(stChar.uiCode))
@@ -69,7 +69,7 @@ struct Utf8 {
     return {acEscape.data(), static_cast<size_t>(iLength)};
 }
 
-// Writes the escaped text and a NUL; what does not fit is left out, with the mark of a cut in its place.
+// Writes the escaped text and a NUL. If it does not fit, or bCut, it ends with the mark of a cut.
 void EscapeTo(std::span<char> stOut, std::string_view svText, bool bCut) noexcept
 {
     const size_t ulRoom = stOut.size() - g_svCut.size() - 1;

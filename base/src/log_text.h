@@ -15,7 +15,7 @@
 
 namespace zr {
 
-// Room for a text: on the stack, on the heap when that is too small, and on the stack again when the heap has none.
+// A buffer for a text: on the stack; on the heap if that is too small; the small one again if the heap is exhausted.
 template <size_t LocalBytes> class TextRoom {
 public:
     [[nodiscard]] std::span<char> Get(size_t ulBytes) noexcept
@@ -32,7 +32,7 @@ private:
 
 class LogText {
 public:
-    // Formats like vprintf; a format that cannot be carried out stands for itself.
+    // Formats like vprintf. If that fails, the format itself becomes the text.
     LogText(const char *pcFormat, va_list stArgs) noexcept ZR_PRINTF(2, 0);
     LogText(const LogText &) = delete;
     LogText &operator=(const LogText &) = delete;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Named memory pools: blocks of malloc, counted. Who takes many small pieces cuts them from blocks of his own, best of
-// one certain size: those are kept for the next taker, as malloc would give the memory of a freed document back to the
-// system, and take it anew for the next one, page by page.
+// Named memory pools: counted blocks of malloc. Callers that need many small pieces should suballocate from blocks of
+// KeptSize bytes, which the pool keeps and hands out again. malloc would return the memory of a freed document to the
+// system and fetch it anew, page by page, for the next one.
 
 #include <algorithm>
 #include <atomic>
@@ -39,7 +39,7 @@ struct Pool {
     Pool *pstNext = nullptr;
 };
 
-// All pools, so that none is taken for a leak: they live until the process ends.
+// Links all pools, which live until the process ends, so that no leak checker takes them for lost.
 constinit std::atomic<Pool *> g_pstPools{nullptr};
 
 [[nodiscard]] std::unique_ptr<char[]> TextCopy(const char *pcText) noexcept
@@ -61,7 +61,7 @@ constinit std::atomic<Pool *> g_pstPools{nullptr};
     return pstBlock;
 }
 
-// Keeps a block of that many bytes if it is of the size, which malloc may have rounded up a little.
+// Keeps a block if it has the size that is kept; malloc may have rounded ulBytes up a little.
 [[nodiscard]] bool Keep(Pool &stPool, void *pBlock, size_t ulBytes) noexcept
 {
     if (ulBytes < KeptSize || ulBytes > KeptSize + alignof(max_align_t) || stPool.ulKept == KeptMax)

@@ -12,7 +12,7 @@
 
 namespace {
 
-// Whether two stretches of memory have a byte in common.
+// Whether two ranges of memory overlap.
 [[nodiscard]] bool IsOverlap(const char *pcOne, size_t ulOne, const char *pcOther, size_t ulOther) noexcept
 {
     const auto ulAt = reinterpret_cast<uintptr_t>(pcOne);
@@ -52,7 +52,7 @@ int strncpy_s(char *pcDest, size_t ulDestMax, const char *pcSource, size_t ulCou
     const size_t ulLength = strnlen(pcSource, std::min(ulCount, ulDestMax));
     if (ulLength == ulDestMax)
         return Refuse(pcDest, ERANGE);
-    const size_t ulRead = ulLength < ulCount ? ulLength + 1 : ulLength; // the NUL is read, too, if there is one
+    const size_t ulRead = ulLength < ulCount ? ulLength + 1 : ulLength; // the NUL is read too, if there is one
     if (IsOverlap(pcDest, ulLength + 1, pcSource, ulRead))
         return Refuse(pcDest, EINVAL);
     memcpy(pcDest, pcSource, ulLength);

@@ -12,7 +12,7 @@
 
 namespace {
 
-// Whether a format stores through an argument. Between '%' and 'n' there may stand flags, numbers and a modifier.
+// Whether a format stores through an argument (%n). Flags, numbers and a modifier may stand between '%' and 'n'.
 [[nodiscard]] bool IsStoring(const char *pcFormat) noexcept
 {
     while ((pcFormat = strchr(pcFormat, '%')) != nullptr) {

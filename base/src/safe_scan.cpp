@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 //
-// Bounds-checked reading. A small reader of its own, as the C library's wraps a number that does not fit round its type
-// and writes a word of any length.
+// Bounds-checked reading. The C library's sscanf will not do: it lets a number that does not fit overflow, and writes a
+// word of any length.
 
 #include <algorithm>
 #include <climits>
@@ -14,16 +14,16 @@
 namespace {
 
 enum class Step {
-    Stored,   // one value more
-    Passed,   // matched, nothing to count
+    Stored,   // one more value
+    Passed,   // matched, does not count
     Mismatch, // the text has something else
-    End,      // the text is used up
+    End,      // the text has ended
     Refused,  // an argument is NULL
 };
 
 struct Scan {
-    const char *pcText; // begin of the text
-    const char *pcAt;   // what is next
+    const char *pcText; // start of the text
+    const char *pcAt;   // next character to read
     va_list stArgs;
 };
 

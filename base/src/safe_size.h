@@ -10,7 +10,7 @@
 
 namespace zr {
 
-constexpr size_t SafeSizeMax = SIZE_MAX / 2; // above it a size is a negative number gone wrong
+constexpr size_t SafeSizeMax = SIZE_MAX / 2; // a larger one is a miscomputed negative number
 
 } // namespace zr
 

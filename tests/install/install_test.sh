@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Installs into a new prefix, moves the prefix, and builds and runs programs that see the moved copy only.
+# Installs into a new prefix, moves the prefix, and builds and runs programs that see the moved copy only. Folders outside
+# the prefix are what pkg-config tells.
 set -euo pipefail
 
 work=$(mktemp -d)
@@ -30,3 +31,11 @@ bash "$ZRYAML_SOURCE/tests/install/consumer_run.sh" "$prefix"
 if [ -n "${ZRYAML_COMMAND:-}" ]; then
     env -u LD_LIBRARY_PATH "$prefix/bin/zryaml" --version >/dev/null || fail "the installed command does not start"
 fi
+
+folders=(/elsewhere/lib /else/include)
+cmake -S "$ZRYAML_SOURCE" -B "$work/build" -DCMAKE_INSTALL_PREFIX=/first -DZRYAML_TESTS=OFF -DZRYAML_CLI=OFF \
+    -DCMAKE_INSTALL_LIBDIR="${folders[0]}" -DCMAKE_INSTALL_INCLUDEDIR="${folders[1]}" >/dev/null
+for variable in prefix:/first libdir:"${folders[0]}" includedir:"${folders[1]}"; do
+    told=$(pkg-config --variable="${variable%:*}" "$work/build/zryaml.pc")
+    [ "$told" = "${variable#*:}" ] || fail "zryaml.pc has ${variable%:*}=$told"
+done
