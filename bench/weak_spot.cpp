@@ -141,13 +141,14 @@ Cost Measure(const std::string &text)
     clock_t stStart = clock();
     YamlHandle *pstHandle = ZRYAML_TextLoad(text.data(), text.size(), "");
     stCost.dLoad = Since(stStart);
-    stCost.result = pstHandle != nullptr ? "loads" : ZRYAML_LastErrorGet()->pcMessage;
+    stCost.result = pstHandle != nullptr ? "loads" : ZRYAML_LastErrorGet()->pcRecord;
     stCost.result.resize(std::min(stCost.result.find('\n'), stCost.result.size()));
     if (pstHandle == nullptr)
         return stCost;
 
     stStart = clock();
-    for (YamlUnreadKey stKey = {}; ZRYAML_UnreadKeyNext(pstHandle, &stKey) == YAML_OK && Since(stStart) < TooLong;) {
+    for (YamlUnreadKey stKey = YAML_UNREAD_KEY_INIT;
+         ZRYAML_UnreadKeyNext(pstHandle, &stKey) == YAML_OK && Since(stStart) < TooLong;) {
     }
     stCost.dUnread = Since(stStart);
     stStart = clock();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the command line asked for, and the functions that do it: one per command, each of which writes its result to
-// standard output and returns the exit status. Whatever ends a command early is thrown as a Failure (failure.h).
+// What a command is, and what the command line asked it for. A command writes its result to standard output and returns
+// the exit status; whatever ends it early is thrown as a Failure (failure.h). Adding a command takes a file in
+// commands/ with its run function and a row in command_table.cpp, where its options are rows as well.
 #pragma once
 
 #include <optional>
@@ -10,37 +11,42 @@
 namespace zryaml::cli {
 
 enum class Status : int {
-    Found = 0,   // found, or valid
-    Missing = 1, // nothing there, or invalid
-    Misuse = 2,  // wrong use, an unreadable file, or a result that could not be written
+    found = 0,   // found, or valid
+    missing = 1, // nothing there, or invalid
+    misuse = 2,  // wrong use, an unreadable file, or a result that could not be written
 };
-
-enum class DiagnosticsFormat { Text, Json };
 
 struct Options {
-    std::string stFile;                // "-" is standard input
-    std::vector<std::string> astFile;  // of check
-    std::optional<std::string> stPath; // none: the whole document
-    std::optional<std::string> stDefault;
-    std::string stType; // "": no type is asked for
-    DiagnosticsFormat eDiagnostics = DiagnosticsFormat::Text;
-    bool bNull = false; // results end with NUL, and are written as they are
-    bool bPretty = false;
-    bool bRecursive = false;
-    int iVerbose = 0;
+    std::vector<std::string> files;  // "-" is standard input
+    std::optional<std::string> path; // none: the whole document
+    std::optional<std::string> fallback;
+    std::string type;                 // "": no type is asked for
+    std::string diagnostics = "text"; // how mistakes are told
+    bool null = false;                // results end with NUL, and are written as they are
+    bool pretty = false;
+    bool recursive = false;
+    int verbose = 0;
 };
 
-using Command = Status (*)(const Options &);
+// What stands behind the name of a command.
+enum class Arguments { file, file_and_path, file_maybe_path, files };
 
-Status GetRun(const Options &stOptions);
-Status SizeRun(const Options &stOptions);
-Status TypeRun(const Options &stOptions);
-Status WhereRun(const Options &stOptions);
-Status ListRun(const Options &stOptions);
-Status KeysRun(const Options &stOptions);
-Status CheckRun(const Options &stOptions);
-Status DumpRun(const Options &stOptions);
-Status JsonRun(const Options &stOptions);
-Status StatsRun(const Options &stOptions);
+struct Command {
+    const char *name;
+    const char *help;
+    Arguments arguments;
+    Status (*run)(const Options &);
+};
+
+Status check_run(const Options &options);
+Status dump_run(const Options &options);
+Status get_run(const Options &options);
+Status json_run(const Options &options);
+Status keys_run(const Options &options);
+Status list_run(const Options &options);
+Status size_run(const Options &options);
+Status stats_run(const Options &options);
+Status type_run(const Options &options);
+Status where_run(const Options &options);
 
 } // namespace zryaml::cli

@@ -1,43 +1,38 @@
 // SPDX-License-Identifier: Apache-2.0
-// A loaded document and its values: the one way from FILE and PATH to a value.
+// From FILE and PATH to a value; and from what the library says about a mistake to a Failure with its exit status.
 #pragma once
 
 #include "failure.h"
 
-#include <memory>
 #include <string_view>
-#include <zr_yaml.h>
+#include <zr_yaml.hpp>
 
 namespace zryaml::cli {
 
-class Document {
+// A document as a command sees it. Values belong to it.
+class OpenDocument {
 public:
     // Loads a file, or standard input for "-"; throws a Failure that tells unreadable from invalid.
-    explicit Document(const std::string &stFile);
+    OpenDocument(const Options &options, const std::string &file);
+    // As above for the only file of a command.
+    explicit OpenDocument(const Options &options);
 
-    // The value at a key path, or the top value without one; throws a Failure if there is none.
-    [[nodiscard]] const YamlListNode &Find(const std::optional<std::string> &stPath) const;
-    // The top value; NULL if the document is empty.
-    [[nodiscard]] const YamlListNode *Top() const noexcept { return ZRYAML_RootGet(m_pstHandle.get()); }
-    [[nodiscard]] YamlHandle *Handle() const noexcept { return m_pstHandle.get(); }
-    // The failure of a command that cannot use a value, at the value's place.
-    [[nodiscard]] Failure Unfit(const YamlListNode &stValue, uint32_t uiCode, std::string stMessage) const;
+    // The value at the path that is asked for, which may be absent, or the top one without a path; throws a Failure if
+    // the path is malformed.
+    [[nodiscard]] Value find() const;
+    // As above, for a value that must be there.
+    [[nodiscard]] Value require() const;
+    // As above, for the map or sequence that a listing command looks below.
+    [[nodiscard]] Value collection() const;
+
+    [[nodiscard]] Value root() const { return document_.root(); }
+    [[nodiscard]] const Document &document() const noexcept { return document_; }
+    // A warning about a value, of the code for texts that are no value.
+    [[nodiscard]] Diagnostic remark(const Value &value, std::string message) const;
 
 private:
-    struct HandleFree {
-        void operator()(YamlHandle *pstHandle) const noexcept { ZRYAML_HandleFree(pstHandle); }
-    };
-    std::string m_stFile;
-    std::unique_ptr<YamlHandle, HandleFree> m_pstHandle;
+    const Options &options_;
+    Document document_;
 };
-
-// "scalar", "map", "sequence" or "none".
-[[nodiscard]] const char *TypeName(uint32_t uiType) noexcept;
-
-// The key path of a value.
-[[nodiscard]] std::string PathOf(const YamlListNode &stValue);
-
-// The path of a child, as it would be written to find it, from that of its collection.
-[[nodiscard]] std::string ChildPath(std::string_view svPath, const YamlChild &stChild);
 
 } // namespace zryaml::cli

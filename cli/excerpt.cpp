@@ -4,98 +4,88 @@
 #include "text.h"
 
 #include <algorithm>
+#include <string_view>
 #include <vector>
 
 namespace zryaml::cli {
 
 namespace {
 
-constexpr size_t TabWidth = 8;
-constexpr std::string_view g_svCut = "..."; // stands for what was cut
+constexpr size_t tab_width = 8;
+constexpr std::string_view cut_mark = "..."; // stands for what was cut
 
 struct Piece { // one character as it is shown
-    std::string stText;
-    size_t ulCell; // where it begins
-    size_t ulWidth;
+    std::string text;
+    size_t cell; // where it begins
+    size_t width;
 };
 
-Piece PieceOf(const Character &stCharacter, size_t ulCell)
+Piece piece_of(const Character &character, size_t cell)
 {
-    if (stCharacter.stCode == U'\t') {
-        const size_t ulSpaces = TabWidth - ulCell % TabWidth;
-        return {std::string(ulSpaces, ' '), ulCell, ulSpaces};
+    if (character.bytes == "\t") {
+        const size_t spaces = tab_width - cell % tab_width;
+        return {std::string(spaces, ' '), cell, spaces};
     }
-    if (IsHidden(stCharacter)) {
-        std::string stEscape = EscapeOf(stCharacter);
-        const size_t ulLength = stEscape.size();
-        return {std::move(stEscape), ulCell, ulLength};
-    }
-    return {std::string(stCharacter.svBytes), ulCell, WidthOf(stCharacter)};
+    std::string text = is_hidden(character) ? escape_of(character) : std::string(character.bytes);
+    const size_t width = is_hidden(character) ? text.size() : width_of(character);
+    return {std::move(text), cell, width};
 }
 
 struct Layout {
-    std::vector<Piece> astPiece;
-    size_t ulCaret = 0;
-    size_t ulWidth = 0;
+    std::vector<Piece> pieces;
+    size_t caret = 0;
+    size_t width = 0;
 };
 
-// Like the library, counts every byte that does not continue a character as a column.
-Layout LayoutMake(std::string_view svLine, uint32_t uiColumn)
+Layout layout_make(const SourceWindow &window)
 {
-    Layout stLayout;
-    uint32_t uiAt = 0;
-    bool bReached = false;
-    while (!svLine.empty()) {
-        const Character stCharacter = CharacterFirst(svLine);
-        if ((static_cast<unsigned char>(svLine.front()) & 0xC0U) != 0x80U)
-            ++uiAt;
-        if (uiAt == uiColumn && !bReached) {
-            stLayout.ulCaret = stLayout.ulWidth;
-            bReached = true;
-        }
-        stLayout.astPiece.push_back(PieceOf(stCharacter, stLayout.ulWidth));
-        stLayout.ulWidth += stLayout.astPiece.back().ulWidth;
-        svLine.remove_prefix(stCharacter.svBytes.size());
+    Layout layout;
+    std::string_view rest = window.text;
+    while (!rest.empty()) {
+        if (window.text.size() - rest.size() <= window.place)
+            layout.caret = layout.width;
+        const Character character = character_first(rest);
+        layout.pieces.push_back(piece_of(character, layout.width));
+        layout.width += layout.pieces.back().width;
+        rest.remove_prefix(character.bytes.size());
     }
-    if (!bReached)
-        stLayout.ulCaret = stLayout.ulWidth;
-    return stLayout;
+    if (window.place == window.text.size())
+        layout.caret = layout.width;
+    return layout;
 }
 
 // The pieces that lie wholly in a range of cells.
-Excerpt PiecesJoin(const Layout &stLayout, size_t ulBegin, size_t ulEnd)
+Excerpt pieces_join(const Layout &layout, size_t begin, size_t end)
 {
-    Excerpt stExcerpt;
-    size_t ulFirst = ulEnd;
-    for (const Piece &stPiece : stLayout.astPiece) {
-        if (stPiece.ulCell < ulBegin || stPiece.ulCell + stPiece.ulWidth > ulEnd)
+    Excerpt excerpt;
+    size_t first = end;
+    for (const Piece &piece : layout.pieces) {
+        if (piece.cell < begin || piece.cell + piece.width > end)
             continue;
-        ulFirst = std::min(ulFirst, stPiece.ulCell);
-        stExcerpt.stText += stPiece.stText;
+        first = std::min(first, piece.cell);
+        excerpt.text += piece.text;
     }
-    stExcerpt.ulCaret = stLayout.ulCaret - std::min(ulFirst, stLayout.ulCaret);
-    return stExcerpt;
+    excerpt.caret = layout.caret - std::min(first, layout.caret);
+    return excerpt;
 }
 
 } // namespace
 
-Excerpt ExcerptMake(std::string_view svLine, uint32_t uiColumn, size_t ulWidth)
+Excerpt excerpt_make(const SourceWindow &window, size_t width)
 {
-    const Layout stLayout = LayoutMake(svLine, uiColumn);
-    if (stLayout.ulWidth <= ulWidth)
-        return PiecesJoin(stLayout, 0, stLayout.ulWidth);
-    const size_t ulRoom = ulWidth - std::min(ulWidth, 2 * g_svCut.size());
-    const size_t ulBegin =
-        std::min(stLayout.ulCaret - std::min(stLayout.ulCaret, ulRoom / 2), stLayout.ulWidth - ulRoom);
-    const size_t ulEnd = ulBegin + ulRoom;
-    Excerpt stExcerpt = PiecesJoin(stLayout, ulBegin, ulEnd);
-    if (ulBegin > 0) {
-        stExcerpt.stText.insert(0, g_svCut);
-        stExcerpt.ulCaret += g_svCut.size();
+    const Layout layout = layout_make(window);
+    if (layout.width <= width && !window.cut_before && !window.cut_after)
+        return pieces_join(layout, 0, layout.width);
+    const size_t room = std::min(layout.width, width - std::min(width, 2 * cut_mark.size()));
+    const size_t begin = std::min(layout.caret - std::min(layout.caret, room / 2), layout.width - room);
+    Excerpt excerpt = pieces_join(layout, begin, begin + room);
+    if (begin > 0 || window.cut_before) {
+        excerpt.text.insert(0, cut_mark);
+        excerpt.caret += cut_mark.size();
     }
-    if (ulEnd < stLayout.ulWidth)
-        stExcerpt.stText += g_svCut;
-    return stExcerpt;
+    if (begin + room < layout.width || window.cut_after)
+        excerpt.text += cut_mark;
+    return excerpt;
 }
 
 } // namespace zryaml::cli

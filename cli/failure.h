@@ -7,37 +7,56 @@
 #include <cstdint>
 #include <exception>
 #include <utility>
+#include <vector>
+#include <zr_yaml.hpp>
+#include <zr_yaml_problem.h>
 
 namespace zryaml::cli {
 
 struct Diagnostic {
-    std::string stFile; // as on the command line; "" where the mistake is in no file
-    std::string stMessage;
-    std::string stHint; // may be empty
-    std::string stPath; // key path, may be empty
-    uint32_t uiCode = 0;
-    uint32_t uiLine = 0; // 1-based; 0 where there is no place
-    uint32_t uiColumn = 0;
-    uint32_t uiFirstLine = 0; // of a repeated key: the place of the first one
-    uint32_t uiFirstColumn = 0;
+    bool names_value = false;                 // the message says which value it is about
+    std::uint32_t level = YAML_PROBLEM_ERROR; // YAML_PROBLEM_*
+    std::uint32_t code = 0;
+    std::string file; // as documents are named; "" where the mistake is in no file
+    std::string message;
+    std::string hint;       // may be empty
+    std::string path;       // key path, may be empty
+    std::string record;     // how the library's log tells it; may be empty
+    std::uint32_t line = 0; // 1-based; 0 where there is no place
+    std::uint32_t column = 0;
+    std::uint32_t first_line = 0; // of a repeated key: the place of the first one; of a copy: its anchor
+    std::uint32_t first_column = 0;
 };
 
 class Failure : public std::exception {
 public:
-    Failure(Status eStatus, Diagnostic stDiagnostic, bool bAbsent = false)
-        : m_eStatus(eStatus), m_bAbsent(bAbsent), m_stDiagnostic(std::move(stDiagnostic))
+    Failure(Status status, std::vector<Diagnostic> diagnostics) : status_(status), diagnostics_(std::move(diagnostics))
     {}
+    Failure(Status status, Diagnostic diagnostic) : status_(status) { diagnostics_.push_back(std::move(diagnostic)); }
 
-    [[nodiscard]] const char *what() const noexcept override { return m_stDiagnostic.stMessage.c_str(); }
-    [[nodiscard]] Status ExitStatus() const noexcept { return m_eStatus; }
-    // Whether the path is well-formed and nothing stands there.
-    [[nodiscard]] bool IsAbsent() const noexcept { return m_bAbsent; }
-    [[nodiscard]] const Diagnostic &What() const noexcept { return m_stDiagnostic; }
+    [[nodiscard]] const char *what() const noexcept override { return diagnostics_.front().message.c_str(); }
+    [[nodiscard]] Status exit_status() const noexcept { return status_; }
+    [[nodiscard]] const std::vector<Diagnostic> &diagnostics() const noexcept { return diagnostics_; }
 
 private:
-    Status m_eStatus;
-    bool m_bAbsent;
-    Diagnostic m_stDiagnostic;
+    Status status_;
+    std::vector<Diagnostic> diagnostics_; // at least one
 };
+
+[[nodiscard]] Diagnostic diagnostic_of(const Error &error);
+
+// Whether an error is about the writing of a key path.
+[[nodiscard]] bool is_malformed(const Error &error) noexcept;
+
+// The failure that an error of a read means.
+[[nodiscard]] Failure failure_of(const Error &error);
+
+// What a result holds; throws the failure of its error.
+template <class T> [[nodiscard]] T required(Result<T> result)
+{
+    if (!result.has_value())
+        throw failure_of(result.error());
+    return std::move(result).value();
+}
 
 } // namespace zryaml::cli

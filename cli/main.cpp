@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The zryaml command: reads the command line, runs what it asks for, and reports what ended it early.
-#include "diagnostics.h"
-#include "options.h"
+#include "command_line.h"
+#include "failure.h"
 #include "output.h"
+#include "report.h"
 
-#include <clocale>
 #include <cstdio>
 #include <new>
 #include <zr_base.h>
@@ -14,38 +14,40 @@ namespace zryaml::cli {
 namespace {
 
 // Diagnostics tell what went wrong; log records are for those who ask for them.
-void LogLevelChoose(int iVerbose)
+void log_level_choose(const Options &options)
 {
-    if (iVerbose == 0)
+    if (options.verbose == 0)
         ZR_LogLevelSet(ZR_LOG_NOTHING);
-    else if (iVerbose > 1)
-        ZR_LogLevelSet(ZR_LOG_NOTE);
     else
-        ZR_LogLevelSet(ZR_LOG_WARNING);
+        ZR_LogLevelSet(options.verbose > 1 ? ZR_LOG_NOTE : ZR_LOG_WARNING);
 }
 
-Status InvocationRun(const Invocation &stInvocation)
+Status invocation_run(const Invocation &invocation)
 {
-    LogLevelChoose(stInvocation.stOptions.iVerbose);
-    Status eStatus = Status::Found;
-    if (stInvocation.pfnRun != nullptr)
-        eStatus = stInvocation.pfnRun(stInvocation.stOptions);
+    log_level_choose(invocation.options);
+    Status status = Status::found;
+    if (invocation.command != nullptr)
+        status = invocation.command->run(invocation.options);
     else
-        OutputText(stInvocation.stText);
-    OutputEnd();
-    return eStatus;
+        output_text(invocation.text);
+    output_end();
+    return status;
 }
 
-Status Run(const std::vector<std::string> &astArgument)
+Status run(const std::vector<std::string> &arguments)
 {
-    DiagnosticsFormat eFormat = DiagnosticsFormat::Text;
+    Options options;
     try {
-        const Invocation stInvocation = CommandLineRead(astArgument);
-        eFormat = stInvocation.stOptions.eDiagnostics;
-        return InvocationRun(stInvocation);
-    } catch (const Failure &stFailure) {
-        Reporter(eFormat).Report(stFailure.What());
-        return stFailure.ExitStatus();
+        const Invocation invocation = command_line_read(arguments);
+        options = invocation.options;
+        return invocation_run(invocation);
+    } catch (const Failure &failure) {
+        const std::unique_ptr<Reporter> reporter =
+            output_ended() ? side_reporter_make(options) : reporter_make(options);
+        for (const Diagnostic &diagnostic : failure.diagnostics())
+            reporter->report(diagnostic);
+        reporter->end();
+        return failure.exit_status();
     }
 }
 
@@ -53,16 +55,14 @@ Status Run(const std::vector<std::string> &astArgument)
 
 } // namespace zryaml::cli
 
-int main(int iCount, char **ppcArgument)
+int main(int count, char **arguments)
 {
-    // Only for the widths of characters; everything else is the same in every locale.
-    (void)setlocale(LC_CTYPE, "C.UTF-8");
     try {
-        return static_cast<int>(zryaml::cli::Run({ppcArgument + (iCount > 0 ? 1 : 0), ppcArgument + iCount}));
+        return static_cast<int>(zryaml::cli::run({arguments + (count > 0 ? 1 : 0), arguments + count}));
     } catch (const std::bad_alloc &) {
         (void)fputs("zryaml: error: out of memory\n", stderr);
-    } catch (const std::exception &stError) {
-        (void)fprintf(stderr, "zryaml: error: %s\n", stError.what());
+    } catch (const std::exception &error) {
+        (void)fprintf(stderr, "zryaml: error: %s\n", error.what());
     }
-    return static_cast<int>(zryaml::cli::Status::Misuse);
+    return static_cast<int>(zryaml::cli::Status::misuse);
 }

@@ -11,32 +11,45 @@ namespace zryaml::cli {
 
 namespace {
 
-int g_iFirstError = 0; // errno of the first write that failed
+int first_error = 0; // errno of the first write that failed
+bool ended = false;
 
 } // namespace
 
-void OutputText(std::string_view svText) noexcept
+void output_text(std::string_view text) noexcept
 {
     errno = 0;
-    if (fwrite(svText.data(), 1, svText.size(), stdout) != svText.size() && g_iFirstError == 0)
-        g_iFirstError = errno;
+    if (fwrite(text.data(), 1, text.size(), stdout) != text.size() && first_error == 0)
+        first_error = errno;
 }
 
-void OutputItem(std::string_view svText, bool bNull) noexcept
+void output_item(std::string_view text, bool null) noexcept
 {
-    OutputText(svText);
-    OutputText(bNull ? std::string_view("\0", 1) : "\n");
+    output_text(text);
+    output_text(null ? std::string_view("\0", 1) : "\n");
 }
 
-void OutputEnd()
+void output_flush() noexcept
+{
+    if (fflush(stdout) != 0 && first_error == 0)
+        first_error = errno;
+}
+
+void output_end()
 {
     // A file system may report a full disk only when the file is closed.
-    const bool bEarlier = ferror(stdout) != 0;
-    if (fclose(stdout) == 0 && !bEarlier)
+    ended = true;
+    const bool earlier = ferror(stdout) != 0;
+    if (fclose(stdout) == 0 && !earlier)
         return;
-    Diagnostic stDiagnostic;
-    stDiagnostic.stMessage = std::string("standard output: ") + strerror(g_iFirstError != 0 ? g_iFirstError : errno);
-    throw Failure(Status::Misuse, std::move(stDiagnostic));
+    Diagnostic diagnostic;
+    diagnostic.message = std::string("standard output: ") + strerror(first_error != 0 ? first_error : errno);
+    throw Failure(Status::misuse, std::move(diagnostic));
+}
+
+bool output_ended() noexcept
+{
+    return ended;
 }
 
 } // namespace zryaml::cli

@@ -11,35 +11,35 @@ namespace zryaml::cli {
 
 namespace {
 
-std::string_view Environment(const char *pcName) noexcept
+std::string_view environment(const char *name) noexcept
 {
-    const char *pcValue = getenv(pcName);
-    return pcValue != nullptr ? pcValue : "";
+    const char *value = getenv(name);
+    return value != nullptr ? value : "";
 }
 
 } // namespace
 
-bool ErrorIsTerminal() noexcept
+bool error_is_terminal() noexcept
 {
     return isatty(STDERR_FILENO) == 1;
 }
 
-bool ErrorMovesCursor() noexcept
+bool error_moves_cursor() noexcept
 {
-    const std::string_view svTerm = Environment("TERM");
-    return ErrorIsTerminal() && !svTerm.empty() && svTerm != "dumb";
+    const std::string_view term = environment("TERM");
+    return error_is_terminal() && !term.empty() && term != "dumb";
 }
 
-bool ErrorHasColour() noexcept
+bool error_has_colour() noexcept
 {
-    return ErrorMovesCursor() && Environment("NO_COLOR").empty();
+    return error_moves_cursor() && environment("NO_COLOR").empty();
 }
 
-size_t ErrorWidth() noexcept
+size_t error_width() noexcept
 {
-    constexpr size_t Usual = 80;
-    struct winsize stSize = {};
-    return ioctl(STDERR_FILENO, TIOCGWINSZ, &stSize) == 0 && stSize.ws_col > 0 ? stSize.ws_col : Usual;
+    constexpr size_t usual = 80;
+    struct winsize size = {};
+    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
 }
 
 } // namespace zryaml::cli

@@ -6,15 +6,15 @@
 
 namespace zryaml::cli {
 
-[[nodiscard]] bool ErrorIsTerminal() noexcept;
+[[nodiscard]] bool error_is_terminal() noexcept;
 
 // Whether it understands more than plain lines: a terminal that is not called dumb.
-[[nodiscard]] bool ErrorMovesCursor() noexcept;
+[[nodiscard]] bool error_moves_cursor() noexcept;
 
 // Whether texts on it are coloured: as above, and NO_COLOR is not set.
-[[nodiscard]] bool ErrorHasColour() noexcept;
+[[nodiscard]] bool error_has_colour() noexcept;
 
 // Its width in cells; 80 if that is not known.
-[[nodiscard]] size_t ErrorWidth() noexcept;
+[[nodiscard]] size_t error_width() noexcept;
 
 } // namespace zryaml::cli

@@ -26,7 +26,11 @@ int main(int iArgs, char **ppcArgs)
     YamlHandle *pstHandle = ZRYAML_FileLoad(ppcArgs[1]);
     if (pstHandle == NULL) {
         const YamlErrorInfo *pstError = ZRYAML_LastErrorGet();
-        fprintf(stderr, "%s:%u:%u: %s\n", pstError->pcFile, pstError->uiLine, pstError->uiColumn, pstError->pcMessage);
+        if (pstError->uiLine > 0)
+            fprintf(stderr, "%s:%u:%u: %s\n", pstError->pcFile, pstError->uiLine, pstError->uiColumn,
+                    pstError->pcMessage);
+        else
+            fprintf(stderr, "%s: %s\n", pstError->pcFile, pstError->pcMessage);
         return 1;
     }
 

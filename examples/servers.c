@@ -7,7 +7,10 @@ int main(void)
     YamlHandle *conf = ZRYAML_FileLoad("examples/servers.yaml");
     if (conf == NULL) {
         const YamlErrorInfo *error = ZRYAML_LastErrorGet();
-        fprintf(stderr, "%s:%u:%u: %s\n", error->pcFile, error->uiLine, error->uiColumn, error->pcMessage);
+        if (error->uiLine > 0)
+            fprintf(stderr, "%s:%u:%u: %s\n", error->pcFile, error->uiLine, error->uiColumn, error->pcMessage);
+        else
+            fprintf(stderr, "%s: %s\n", error->pcFile, error->pcMessage);
         return 1;
     }
     uint32_t servers = ZRYAML_ArraySizeGet(conf, "servers");

@@ -8,7 +8,7 @@
 
 [[maybe_unused]] static const bool g_bSetUp = [] {
     ZR_LogLevelSet(ZR_LOG_NOTHING);
-    YamlLimits stLimits;
+    YamlLimits stLimits = YAML_LIMITS_INIT;
     ZRYAML_LimitsGet(&stLimits);
     stLimits.ulCopyBytes = uint64_t{1} << 20;
     return ZRYAML_LimitsSet(&stLimits) == YAML_OK;

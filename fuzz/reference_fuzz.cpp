@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *pucData, size_t ulSize)
     const Document stDocument = DocumentLoad(svText);
     const bool bLoaded = stDocument != nullptr; // and checked, which has left errors of lookups behind
     const uint32_t uiCode = bLoaded ? YAML_OK : ZRYAML_LastErrorGet()->uiCode;
-    const std::string_view svMessage = bLoaded ? "" : ZRYAML_LastErrorGet()->pcMessage;
+    const std::string_view svMessage = bLoaded ? "" : ZRYAML_LastErrorGet()->pcRecord;
     const bool bLimit = svMessage.find("(Limit=") != svMessage.npos || svMessage.find("too deep") != svMessage.npos ||
                         svMessage.find("expansion is too large") != svMessage.npos;
     if (bLimit || ulSize > size_t{16} << 10)

@@ -28,6 +28,56 @@ TEST_F(Call, WithFormats)
                                 "1 16 Secure check fail.\n1 16 Secure check fail.\n");
 }
 
+TEST_F(Call, WithFormatsThatAreReadInPlace)
+{
+    constexpr std::string_view text = "{a: {k1x: [p, q], '50%': [r, [s]], '': t, 'c.d': u}, '-1': v, '7': w}";
+    ZRYAML_HandleFree(std::exchange(pstHandle, ZRYAML_TextLoad(text.data(), text.size(), nullptr)));
+    const std::string letters(1019, 'k');
+    const auto Get = [this](const char *pcFormat, auto... arguments) {
+        char *(*const pfnGet)(YamlHandle *, const char *, ...) = ZRYAML_PropertyGet; // not checked here
+        const char *pcText = pfnGet(pstHandle, pcFormat, arguments...);
+        return pcText != nullptr ? pcText : ZRYAML_LastErrorGet()->pcMessage;
+    };
+    EXPECT_STREQ(Get("%s.k%u%s[%zu]", "a", 1U, "x", size_t{1}), "q");
+    EXPECT_STREQ(Get("a.%s[%d][%lu]", "50%", 1, 0UL), "s");
+    EXPECT_STREQ(Get("a.5%d%%[0]", 0), "r");
+    EXPECT_STREQ(Get("a.%s", ""), "the key path is malformed: a key is missing after the last '.'");
+    EXPECT_STREQ(Get("%sa.%sk%ux[1]", "", "", 1U), "q"); // empty, with a number behind it
+    EXPECT_STREQ(Get("a.%s", "k1x[0]"), "p");            // an argument may be path syntax
+    EXPECT_STREQ(Get("%s.c\\.%s", "a", "d"), "u");
+    EXPECT_STREQ(Get("%s.%s[%u]", "a", "k1x[9].b", 1U), "a.k1x has 2 elements, there is no [9]");
+    EXPECT_STREQ(Get("%d", -1), "v");
+    EXPECT_STREQ(Get("%1$d", 7), "w");
+    EXPECT_STREQ(Get("a.k1x[%d]", -1), "the key path is malformed: an index is not a number from 0 on");
+    EXPECT_STREQ(Get("%s.%s", "a", letters.c_str()), ("no key '" + letters.substr(0, 61) + "...' in a").c_str());
+    EXPECT_STREQ(Get("%s.%s%s", "a", "kkk", letters.c_str()), "the key path is longer than 1023 bytes");
+}
+
+TEST_F(Call, WithRecordsOfOtherSizes)
+{
+    struct Grown { // as a later header has it
+        YamlChild stChild = YAML_CHILD_INIT;
+        uint64_t ulNew = 7;
+    } stGrown;
+    stGrown.stChild.uiSize = sizeof(Grown);
+    YamlChild stZero = {}, stSmall = YAML_CHILD_INIT;
+    stSmall.uiSize = sizeof(YamlChild) - 1;
+    const YamlListNode *pstRoot = ZRYAML_RootGet(pstHandle);
+    EXPECT_EQ(ZRYAML_ChildNextGet(pstRoot, &stGrown.stChild), YAML_OK);
+    EXPECT_EQ(ZRYAML_ChildGet(pstRoot, 0, &stZero), YAML_OK);
+    EXPECT_EQ(ZRYAML_ChildNextGet(pstRoot, &stSmall), YAML_ERR_PARAM);
+    EXPECT_EQ(stSmall.pcKey, nullptr);
+    EXPECT_STREQ(stZero.pcKey, "a");
+    EXPECT_TRUE(stGrown.stChild.uiSize == sizeof(Grown) && stGrown.ulNew == 7);
+
+    YamlLimits stLimits = YAML_LIMITS_INIT;
+    ZRYAML_LimitsGet(&stLimits);
+    stLimits.uiSize = 8;
+    EXPECT_EQ(ZRYAML_LimitsSet(&stLimits), YAML_ERR_PARAM);
+    EXPECT_STREQ(ZRYAML_CodeNameGet(YAML_ERR_SCHEMA), "YAML_ERR_SCHEMA");
+    EXPECT_STREQ(ZRYAML_CodeNameGet(0x19000010U), "");
+}
+
 TEST_F(Call, WithoutTextOrName)
 {
     EXPECT_STREQ(ZRYAML_NameGet(pstHandle), "");

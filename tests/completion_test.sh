@@ -79,11 +79,15 @@ offers '' get conf.yaml name more
 offers '' get '$(touch evil)' n
 [ ! -e evil ] || fail "completion ran what was typed"
 
-# --- The manual page and the completion know every command
+# --- The manual page and the completion know every command and every option
+manual=$(sed 's/\\-/-/g' "$ZRYAML_SOURCE/cli/zryaml.1")
 for command in $("$zryaml" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p'); do
-    rows=$((rows + 1))
-    grep -q "^\.B $command\$" "$ZRYAML_SOURCE/cli/zryaml.1" || fail "no $command in the manual page"
+    grep -q "^\.B $command\$" <<<"$manual" || fail "no $command in the manual page"
     offers "$command" "$command"
+    for option in $("$zryaml" "$command" --help | grep -oE '^ +(-.,)?--[a-z-]+' | grep -oE -- '--[a-z-]+'); do
+        grep -qE "^\.B[A-Z]* .*$option" <<<"$manual" || fail "no $option in the manual page"
+        offers "$option" "$command" "$option"
+    done
 done
 
 echo "$rows rows, $failures failed"

@@ -5,6 +5,8 @@
 
 #include <cstdlib>
 #include <dlfcn.h>
+#include <fcntl.h>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/random.h>
 #include <sys/stat.h>
@@ -17,6 +19,7 @@ using namespace std::string_literals;
 namespace {
 
 bool g_bInitFails = false, g_bParseFails = false, g_bRandomFails = false;
+int g_iFile = -1, g_iFileFlags = 0;
 
 struct FileLoad : Recorded {};
 
@@ -62,6 +65,7 @@ extern "C" int yaml_parser_initialize(yaml_parser_t *pstParser)
 extern "C" int yaml_parser_parse(yaml_parser_t *pstParser, yaml_event_t *pstEvent)
 {
     static const auto pfnReal = reinterpret_cast<decltype(&yaml_parser_parse)>(dlsym(RTLD_NEXT, "yaml_parser_parse"));
+    g_iFileFlags = fcntl(g_iFile, F_GETFD);
     if (!g_bParseFails)
         return pfnReal(pstParser, pstEvent);
     *pstEvent = {};
@@ -81,16 +85,66 @@ TEST_F(FileLoad, NamesThePathThatWasGiven)
     ASSERT_EQ(mknod(path.c_str(), S_IFSOCK | 0600, 0), 0); // is there, but not even root can open it
     EXPECT_EQ(LoadRead([&path] { return ZRYAML_FileLoad(path.c_str()); }),
               "2 19000007 Failed to open the file. (File=" + path + ")\n");
-    EXPECT_STREQ(Last().pcHint, "No such device or address");
+    EXPECT_STREQ(Last().pcMessage, "the file cannot be opened: No such device or address");
     EXPECT_EQ(Last().pcFile, path);
     unlink(path.c_str());
 }
 
-// What is wrong in a file that cannot be read twice is told without the text.
+TEST_F(FileLoad, ShowsTheWayToAFileThatIsNotThere)
+{
+    const TempFile stFile("");
+    const std::string folder = std::filesystem::current_path();
+    const std::pair<std::string, std::string> astHint[] = {
+        {"", "the path is empty"},
+        {"no.yaml", "the path is taken from the folder '" + folder + "'"},
+        {"/no.yaml", ""},
+        {stFile.Path() + "/a"s, "what the path goes through is a file, not a folder"}};
+    for (const auto &[path, hint] : astHint) {
+        EXPECT_EQ(ZRYAML_FileLoad(path.c_str()), nullptr);
+        EXPECT_STREQ(Last().pcMessage, "no such file");
+        EXPECT_EQ(Last().pcHint, hint);
+    }
+}
+
+// A pipe with a name is read as a file is, and what is wrong in it is told alike.
+TEST_F(FileLoad, ReadsANamedPipe)
+{
+    const std::string blanks(40000, ' '), astText[] = {"a: 1\nb: [x, 'y']\n",
+                                                       "a: @x",
+                                                       "a: \xFF",
+                                                       "a:\n\tb: 1",
+                                                       "#" + blanks + "\nb: @x",
+                                                       "a: " + std::string(40000, 'x') + "\xFF"};
+    for (const std::string &text : astText) {
+        const TempFile stFile(text);
+        const auto Read = [](const std::string &path) {
+            const std::string read = LoadRead([&path] { return ZRYAML_FileLoad(path.c_str()); });
+            return std::tuple(read, Last().uiLine, Last().uiColumn, std::string(Last().pcHint));
+        };
+        const std::string pipe = stFile.Path() + "-pipe"s;
+        ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+        FILE *pstWriter = popen(("cat "s + stFile.Path() + " > "s + pipe).c_str(), "w");
+        const auto fromPipe = Read(pipe);
+        pclose(pstWriter);
+        unlink(pipe.c_str());
+        EXPECT_EQ(fromPipe, Read(stFile.Path()));
+    }
+}
+
+TEST_F(FileLoad, LeavesNoFileToPrograms)
+{
+    const TempFile stFile("a: 1");
+    g_iFile = dup(0); // the lowest that is free, which the load gets
+    close(g_iFile);
+    ZRYAML_HandleFree(ZRYAML_FileLoad(stFile.Path()));
+    EXPECT_EQ(std::exchange(g_iFileFlags, 0), FD_CLOEXEC);
+}
+
+// What is wrong in a stream that cannot be read twice is told without the text.
 TEST_F(FileLoad, ReadsAPipe)
 {
     const std::tuple<const char *, uint32_t, const char *> astPipe[] = {
-        {"printf 'a: @x'", 4, ""}, {"printf 'a: \\377'", 0, "these bytes are no character: save the file as UTF-8"}};
+        {"printf 'a: @x'", 4, "put the text in quotes"}, {"printf 'a: \\377'", 0, "save the file as UTF-8"}};
     for (const auto &[pcCommand, uiColumn, pcHint] : astPipe) {
         FILE *pstFile = popen(pcCommand, "r");
         YamlHandle *pstHandle = TextLoad("");
@@ -139,7 +193,7 @@ TEST_F(FileLoad, ErrorRecordCutsWhatIsTooLong)
     }
     const std::string name(1000, 'n'), text = "? " + name + "\n: 1\n? " + name + "\n: 2\n";
     EXPECT_EQ(TextLoad(text), nullptr);
-    EXPECT_EQ(Last().pcMessage, ("There is a same scalar in this list. (Scalar=" + name).substr(0, 1020) + "...");
+    EXPECT_EQ(Last().pcRecord, ("There is a same scalar in this list. (Scalar=" + name).substr(0, 1020) + "...");
 }
 
 TEST(Pool, IsMadeOnceAndAFailureIsTriedAgain)

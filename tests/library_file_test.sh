@@ -4,7 +4,7 @@
 set -euo pipefail
 
 library=$ZRYAML_LIBRARY
-header=$ZRYAML_SOURCE/yaml/include/zr_yaml.h
+include=$ZRYAML_SOURCE/yaml/include
 failures=0
 
 fail() {
@@ -16,13 +16,17 @@ fail() {
 symbols() { nm -D "$1" "$2" | awk '$(NF - 1) != "A" {print $NF}' | sed 's/@.*//' | sort -u; }
 
 # Each declaration with ZRYAML_API names the symbol last before its argument list or its end.
-declared=$(grep -oE '^(extern )?ZRYAML_API [^(;]*' "$header" | grep -oE '[A-Za-z0-9_]+$' | sort -u)
+declared() { grep -oE '^(extern )?ZRYAML_API [^(;]*' -rh --include=*.h "$1" | grep -oE '[A-Za-z0-9_]+$' | sort -u; }
+exports_check() {
+    local difference
+    difference=$(diff <(declared "$1") <(symbols --defined-only "$2")) ||
+        fail "the headers in $1 (<) and the exported names of $2 (>) differ: $difference"
+}
+exports_check "$include" "$library"
 exported=$(symbols --defined-only "$library")
 open=$(symbols --undefined-only "$library")
 dynamic=$(readelf -dW "$library")
 
-difference=$(diff <(echo "$declared") <(echo "$exported")) ||
-    fail "zr_yaml.h (<) and the exported names (>) differ: $difference"
 for name in ZRYAML_FileLoad yaml_IteratorCreate g_pstYamlMemHandle g_bYamlDebugSwitch g_pcYAMLOuterVer; do
     grep -qx "$name" <<<"$exported" || fail "$name is not exported"
 done

@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$ZRYAML_SOURCE"
 
-# The code block of the README in the language named, without its fences.
+# The first code block of the README in the language named, without its fences.
 block() {
     awk -v fence="\`\`\`$1" '$0 == fence && !done { inside = 1; next } /^```/ && inside { inside = 0; done = 1 } inside' \
         README.md

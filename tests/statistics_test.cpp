@@ -118,3 +118,15 @@ TEST_F(Statistics, LoadsAndQueriesAreTimed)
         ZRYAML_HandleFree(pstHandle);
     }
 }
+
+TEST_F(Statistics, CountOfMemoryStopsAtItsLargest)
+{
+    ZRYAML_DebugSwitchSet(1);
+    YamlHandle *pstHandle = TextLoad("a: &a {k: v}\nb: {}");
+    pstHandle->uiMemSize = UINT32_MAX - sizeof(YamlListNode) - 1;
+    for (const uint32_t uiCounted : {UINT32_MAX - 1, UINT32_MAX, UINT32_MAX}) {
+        yaml_ListNodeFree(yaml_ListNodeAlloc(pstHandle));
+        EXPECT_EQ(pstHandle->uiMemSize, uiCounted);
+    }
+    ZRYAML_HandleFree(pstHandle);
+}

@@ -127,12 +127,12 @@ _zryaml_offer_options() {
     json) options+=(--pretty) ;;
     esac
     case $3 in
-    --type) options=(int uint float bool duration string) ;;
+    --type) options=(int uint float bool duration bytes string) ;;
     --diagnostics) options=(text json) ;;
     --default) options=() ;;
     *)
         case $2 in
-        --type=*) options=(--type={int,uint,float,bool,duration,string}) ;;
+        --type=*) options=(--type={int,uint,float,bool,duration,bytes,string}) ;;
         --diagnostics=*) options=(--diagnostics={text,json}) ;;
         -*) ;;
         *) return 1 ;;

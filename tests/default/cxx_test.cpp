@@ -20,21 +20,22 @@ TEST(Cxx, TakesKeysAndArgumentsOfManyTypes)
                                          doc.at("{}[{}][1]", std::string_view("a"), 1ULL), doc.at("a[1][{}]", 1)})
         EXPECT_EQ(stValue.get<std::string_view>().value(), "r");
     EXPECT_EQ(doc["no"][-1].get_or(1).error().what(),
-              "c.yml:1:1: the key path is malformed: an index is negative (no[-1])");
+              "c.yml: the key path is malformed: an index is negative (no[-1])");
     EXPECT_EQ(doc["no"].get_or("none").value(), "none");
     EXPECT_EQ(doc["a"].expect(Type::sequence).value().size(), 2U);
-    EXPECT_EQ(doc["a"].expect(Type::none).error().message, "the value is a sequence, not absent");
-    EXPECT_EQ(doc["no"].expect(Type::none).error().message, "there is no key \"no\"");
+    EXPECT_EQ(doc["a"].expect(Type::none).error().message, "a is a sequence, not nothing");
+    EXPECT_EQ(doc["no"].expect(Type::none).error().message, "no key 'no' in the document");
     EXPECT_EQ(zryaml::Value().get<int>().error().what(), "there is no value");
 }
 
 TEST(Cxx, CarriesErrorsOfLoads)
 {
     const zryaml::Error stError = Document::parse("{a: 1,\n a: 2}", "c.yml").error();
-    EXPECT_EQ(stError.what(), "c.yml:2:2: There is a same scalar in this list. (Scalar=a)");
+    EXPECT_EQ(stError.what(), "c.yml:2:2: the key 'a' stands twice in one map");
     EXPECT_EQ(std::tuple(stError.code, stError.first_line, stError.first_column), std::tuple(YAML_ERR_SAME, 1U, 2U));
-    EXPECT_EQ(Document::parse("a: \"b").error().hint, "the quote that is opened here is not closed");
-    EXPECT_EQ(Document::load("/no").error().what(), "/no: Failed to get real path. (InputFile=/no)");
+    EXPECT_EQ(Document::parse("a: \"b").error().hint,
+              "close it where the text ends; a text that begins with \" goes in single quotes");
+    EXPECT_EQ(Document::load("/no").error().what(), "/no: no such file");
     EXPECT_EQ(Document::load(std::string("/\0x", 3)).error().message, "the path holds a NUL character");
     Document stFirst = Document::parse("", "c.yml").or_throw();
     const Document stSecond = std::move(stFirst);
@@ -49,11 +50,11 @@ TEST(Cxx, ThrowsOnlyWhenAskedTo)
         (void)doc[0].get<uint8_t>().or_throw();
         FAIL() << "nothing was thrown";
     } catch (const zryaml::Exception &stException) {
-        EXPECT_STREQ(stException.what(), "c.yml:1:2: \"300\" is out of range ([0])");
-        EXPECT_EQ(stException.error().hint, "a whole number from 0 to 255 is expected, in decimal, 0x or 0o");
+        EXPECT_STREQ(stException.what(), "c.yml:1:2: '300' is out of range ([0])");
+        EXPECT_EQ(stException.error().hint, "an integer from 0 to 255 is expected");
     }
     (void)std::signal(SIGABRT, [](int) { __gcov_exit != nullptr ? __gcov_exit() : void(); });
-    EXPECT_DEATH((void)doc[1].get<int>().value(), "there is no element 1");
+    EXPECT_DEATH((void)doc[1].get<int>().value(), "there is no .1");
     EXPECT_DEATH((void)doc[0].get<int>().error(), "holds a value");
 }
 

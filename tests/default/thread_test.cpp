@@ -50,7 +50,7 @@ TEST(Threads, LoadSideBySideAndFreeEachOthersDocuments)
         YamlHandle *pstHandle = ZRYAML_TextLoad(good.data(), good.size(), "good");
         EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "c.q"), name.c_str());
         ZRYAML_HandleFree(pstLast.exchange(pstHandle));
-        YamlLimits stLimits;
+        YamlLimits stLimits = YAML_LIMITS_INIT;
         ZRYAML_LimitsGet(&stLimits);
         EXPECT_EQ(ZRYAML_LimitsSet(&stLimits), YAML_OK);
         EXPECT_EQ(ZRYAML_TextLoad(bad.data(), bad.size(), name.c_str()), nullptr);
@@ -85,7 +85,7 @@ TEST(Threads, ReadOneDocumentWithTheSwitchOn)
     EXPECT_EQ(stInfo.uiQueryCount, Threads * Rounds); // texts by key path, and no others, are timed
     EXPECT_GE(stInfo.uiQueryTimeAvg, 1U);
     std::string unread;
-    for (YamlUnreadKey stKey = {}; ZRYAML_UnreadKeyNext(pstHandle, &stKey) == YAML_OK;)
+    for (YamlUnreadKey stKey = YAML_UNREAD_KEY_INIT; ZRYAML_UnreadKeyNext(pstHandle, &stKey) == YAML_OK;)
         unread += stKey.acPath + std::string(" ");
     EXPECT_EQ(unread, "unread own1.z own2.z own3.z own4.z own5.z own6.z own7.z ");
     ZRYAML_HandleFree(pstHandle);

@@ -17,9 +17,11 @@ template <class T> string Shown(const zryaml::Result<T> &stResult)
 {
     if (!stResult.has_value())
         return Printable(stResult.error().what());
-    if constexpr (requires { stResult->count(); })
-        return std::to_string(stResult->count());
-    else
+    if constexpr (zryaml::detail::Scalar<T>::readable) {
+        char acText[64];
+        (void)ZRYAML_ScalarWrite(&zryaml::detail::Scalar<T>::type, &*stResult, sizeof(acText), acText);
+        return acText;
+    } else
         return testing::PrintToString(*stResult);
 }
 
@@ -82,6 +84,8 @@ const std::map<string, Operation> g_cxxOperations = {
     {"double", {As<double>, Operation::Paths}},
     {"days", {As<std::chrono::days>, Operation::Paths}},
     {"seconds", {As<std::chrono::duration<unsigned long long>>, Operation::Paths}},
+    {"picoseconds", {As<std::chrono::duration<int, std::pico>>, Operation::Paths}},
+    {"bytes", {As<zryaml::Bytes>, Operation::Paths}},
     {"at", {At<string>, Operation::Document}},
     {"lists_at", {At<std::vector<std::vector<float>>>, Operation::Document}},
     {"texts", {Texts, Operation::Document}},

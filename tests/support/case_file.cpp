@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <map>
 #include <regex>
+#include <sstream>
+#include <utility>
 
 namespace {
 
@@ -67,28 +69,50 @@ CaseStep StepRead(std::string_view line, size_t ulLine, const Names &names)
 
 } // namespace
 
-std::vector<CaseStep> CaseFileRead(std::string_view text)
+std::vector<CaseText> CaseFileSplit(const std::string &text)
 {
-    std::vector<CaseStep> steps;
-    Names names;
-    for (size_t ulLine = 1; !text.empty(); ++ulLine) {
-        const std::string_view line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
-        if (line.empty() || line[0] == '#')
-            continue;
+    std::vector<CaseText> cases;
+    std::string names; // each "let" so far
+    bool bNew = true;  // the next step begins a block
+    std::istringstream lines(text);
+    size_t ulLine = 1;
+    for (std::string line; std::getline(lines, line); ++ulLine) {
         if (line.starts_with("let ")) {
-            const std::string_view rest = line.substr(4);
-            names[std::string(rest.substr(0, rest.find(' ')))] = rest.substr(rest.find(' ') + 1);
-        } else if (line.starts_with("| ") && !steps.empty()) {
-            steps.back().argument += Repeated(std::string(line.substr(2))) + "\n";
-        } else if (line.starts_with("  ") && !steps.empty()) {
-            OutcomeAdd(line.substr(2), names, steps.back().expected);
-            steps.back().bExpects = true;
-        } else {
-            steps.push_back(StepRead(line, ulLine, names));
+            (bNew ? names : cases.back().text) += line + "\n";
+            names += bNew ? "" : line + "\n";
+        } else if (!line.empty() && (line[0] != '#' || !bNew)) {
+            if (std::exchange(bNew, false))
+                cases.push_back({ulLine, names + "\n"});
+            cases.back().text += line + "\n";
+        }
+        bNew = bNew || line.empty();
+    }
+    return cases;
+}
+
+CaseBlock CaseRead(const CaseText &stCase)
+{
+    CaseBlock block;
+    Names names;
+    bool bNames = true; // the part in front
+    std::istringstream lines(stCase.text);
+    size_t ulLine = stCase.ulLine;
+    for (std::string line; std::getline(lines, line); ulLine += bNames ? 0 : 1) {
+        if (line.empty()) {
+            bNames = false;
+            --ulLine;
+        } else if (line.starts_with("let ")) {
+            names[line.substr(4, line.find(' ', 4) - 4)] = line.substr(line.find(' ', 4) + 1);
+        } else if (line.starts_with("| ") && !block.empty()) {
+            block.back().argument += Repeated(line.substr(2)) + "\n";
+        } else if (line.starts_with("  ") && !block.empty()) {
+            OutcomeAdd(std::string_view(line).substr(2), names, block.back().expected);
+            block.back().bExpects = true;
+        } else if (line[0] != '#') {
+            block.push_back(StepRead(line, ulLine, names));
         }
     }
-    return steps;
+    return block;
 }
 
 std::string Unescaped(const std::string &text)

@@ -14,7 +14,17 @@ struct CaseStep {
     bool bExpects = false;             // something is said of the outcome
 };
 
-std::vector<CaseStep> CaseFileRead(std::string_view text);
+// Steps that stand together: they begin without a document, with the switch off and the usual limits.
+using CaseBlock = std::vector<CaseStep>;
+
+// A block as it stands in a file, with the names of that file in front.
+struct CaseText {
+    size_t ulLine = 0; // of its first step
+    std::string text;
+};
+
+std::vector<CaseText> CaseFileSplit(const std::string &text);
+CaseBlock CaseRead(const CaseText &stCase);
 
 // Puts a byte in the place of each escape.
 std::string Unescaped(const std::string &text);

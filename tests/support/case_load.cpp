@@ -49,7 +49,7 @@ string LoadOutcome(const string &source, bool bFile, Writer pfnWrite)
     text += "at " + Place(stError.uiLine, stError.uiColumn);
     if (stError.uiFirstLine != 0)
         text += " as " + Place(stError.uiFirstLine, stError.uiFirstColumn);
-    return text + (*stError.pcHint != '\0' ? ": " + Printable(stError.pcHint) : "") + "\n";
+    return text + "\n";
 }
 
 template <Writer pfnWrite> string Load(YamlHandle *, const string &text)
@@ -142,11 +142,11 @@ string LogAndError(const string &path, const string &file)
     const auto Says = [&stCause](const char *pcText, const string &text) {
         return string(pcText).substr(0, 1020) == (stCause.uiCode != 0 ? text.substr(0, 1020) : "");
     };
-    const bool bSame = stError.uiCode == stCause.uiCode && Says(stError.pcMessage, stCause.text) &&
+    const bool bSame = stError.uiCode == stCause.uiCode && Says(stError.pcRecord, stCause.text) &&
                        Says(stError.pcKeyPath, path) && Says(stError.pcFile, file);
     return Base().LogText() +
            (bSame ? ""
-                  : "error: " + to_string(stError.uiCode) + " " + stError.pcMessage + ", " + stError.pcKeyPath + "\n");
+                  : "error: " + to_string(stError.uiCode) + " " + stError.pcRecord + ", " + stError.pcKeyPath + "\n");
 }
 
 const std::map<string, Operation> g_loadOperations = {

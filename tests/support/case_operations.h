@@ -9,11 +9,14 @@
 
 struct Operation {
     std::string (*pfnRun)(YamlHandle *, const std::string &argument); // the outcome
-    enum { Text, Document, Paths, Change } eTakes; // a text of its own, the document, it and paths, it and changes it
+    enum { Text, Document, Paths } eTakes;                            // a text of its own, the document, it and paths
 };
 
-extern const std::map<std::string, Operation> g_loadOperations, g_readOperations, g_callOperations, g_cxxOperations;
+extern const std::map<std::string, Operation> g_loadOperations, g_readOperations, g_cxxOperations;
 
+// The node at a path to a key or an element; "" is the value of the whole document. Behind the path '^' leads to the
+// father, '/' to the first child, '>' to the next child of the father.
+YamlListNode *NodeAt(YamlHandle &stHandle, const std::string &word);
 // Changes one node, so that the tree is none that a load makes. False if there is no such change or no such node.
 bool NodeDamage(YamlHandle &stHandle, const std::string &kindAndNode);
 

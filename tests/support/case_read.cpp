@@ -54,6 +54,13 @@ string Get(YamlHandle *pstHandle, const string &path)
     return outcomes[1] + (bSame ? "" : "differs with the switch: " + outcomes[0] + outcomes[2]);
 }
 
+string Format(YamlHandle *pstHandle, const string &format)
+{
+    char *(*const pfnGet)(YamlHandle *, const char *, ...) = ZRYAML_PropertyGet; // whose format is not checked here
+    const string outcome = TextLine(pfnGet(pstHandle, format.c_str()));
+    return outcome + Base().LogText();
+}
+
 string Size(YamlHandle *pstHandle, const string &path)
 {
     const uint32_t uiBefore = pstHandle->uiQueryCount;
@@ -94,7 +101,7 @@ string WalkFrom(const YamlListNode *pstValue)
     (void)ZRYAML_ValuePathGet(pstValue, sizeof(acPath), acPath);
     const string text = TextLine(ZRYAML_ValueTextGet(pstValue));
     string outcome = KindAndPlace(pstValue) + (*acPath != '\0' ? " " : "") + acPath + (text.empty() ? "\n" : text);
-    for (YamlChild stChild = {}; ZRYAML_ChildNextGet(pstValue, &stChild) == YAML_OK;)
+    for (YamlChild stChild = YAML_CHILD_INIT; ZRYAML_ChildNextGet(pstValue, &stChild) == YAML_OK;)
         outcome += WalkFrom(stChild.pstValue);
     return outcome;
 }
@@ -102,7 +109,7 @@ string WalkFrom(const YamlListNode *pstValue)
 string Unread(YamlHandle *pstHandle, const string &)
 {
     string text = "unread";
-    for (YamlUnreadKey stKey = {}; ZRYAML_UnreadKeyNext(pstHandle, &stKey) == YAML_OK;)
+    for (YamlUnreadKey stKey = YAML_UNREAD_KEY_INIT; ZRYAML_UnreadKeyNext(pstHandle, &stKey) == YAML_OK;)
         text += string(" ") + stKey.acPath + "@" + Place(stKey.uiLine, stKey.uiColumn) +
                 (stKey.uiFromAlias != 0 ? "*" : "");
     return ReadOutcome(text + "\n", "", "");
@@ -125,6 +132,7 @@ string Dump(YamlHandle *pstHandle, const string &size)
 const std::map<string, Operation> g_readOperations = {
     {"find", {Find, Operation::Paths}},
     {"get", {Get, Operation::Paths}},
+    {"format", {Format, Operation::Document}},
     {"size", {Size, Operation::Paths}},
     {"value", {Value, Operation::Paths}},
     {"iterate", {Iterate, Operation::Paths}},

@@ -46,7 +46,7 @@ void ChildCheck(const YamlListNode &stValue, const YamlChild &stChild, uint32_t 
     Require(bMap == (stChild.pcKey != nullptr), "only children of maps have keys");
     if (uiIndex >= MaxTries)
         return;
-    YamlChild stSame = {};
+    YamlChild stSame = YAML_CHILD_INIT;
     Require(ZRYAML_ChildGet(&stValue, uiIndex, &stSame) == YAML_OK && stSame.pstValue == stChild.pstValue,
             "a child by number differs");
     const char *pcKey = bMap ? stChild.pcKey : "";
@@ -71,7 +71,7 @@ void ValueRead(Reading &st, const YamlListNode &stValue, std::string_view svName
     const bool bMap = ZRYAML_ValueTypeGet(&stValue) == YAML_DATATYPE_MAP;
     const bool bHavePaths = bHasPath && !svName.ends_with('\\') && (bMap || !svName.empty());
     Put(bMap ? "{" : "[");
-    YamlChild stChild = {};
+    YamlChild stChild = YAML_CHILD_INIT;
     for (; ZRYAML_ChildNextGet(&stValue, &stChild) == YAML_OK; ++uiCount) {
         ChildCheck(stValue, stChild, uiCount, bMap);
         Put(uiCount > 0 ? "," : "");
@@ -119,7 +119,7 @@ void DocumentCheck(YamlHandle &stHandle)
             std::erase_if(*pText, [](char c) { return c == ' ' || c == '\n'; });
         Require(dump == stReading.plain + ",", "the dump differs from the walk", dump);
     }
-    YamlUnreadKey stUnread = {};
+    YamlUnreadKey stUnread = YAML_UNREAD_KEY_INIT;
     if (yaml_IsDebugSwitchOpen() != 0 && stReading.bAllByPath)
         Require(ZRYAML_UnreadKeyNext(&stHandle, &stUnread) == YAML_ERR_ITER_END, "a read key is not marked",
                 stUnread.acPath);
@@ -177,7 +177,7 @@ void DumpCheck(YamlHandle &stHandle, uint32_t uiSize, const std::string &whole)
         return;
     if (whole.size() < uiSize)
         return Require(uiResult == YAML_OK && svText == whole.substr(0, whole.size() - 2), "a dump that fits is cut");
-    const std::string_view svError = ZRYAML_LastErrorGet()->pcMessage;
+    const std::string_view svError = ZRYAML_LastErrorGet()->pcRecord;
     Require(uiResult == YAML_ERR_BUF, "a buffer fits that should not");
     // Only the break before an element is written whole or not at all.
     Require(svText.size() == uiSize - 1 || svError.find("dump space") != svError.npos, "not all that fits is there");

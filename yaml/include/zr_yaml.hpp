@@ -86,6 +86,12 @@ public:
     /// A text is never NULL.
     template <class... Name> static Result<Document> parse(std::nullptr_t, const Name &...) = delete;
 
+    /// Takes over a document that a call of the C interface made.
+    ///
+    /// @param handle  The document, freed together with this one; NULL for a document that has only absent values.
+    /// @return The document.
+    [[nodiscard]] static Document adopt(YamlHandle *handle) noexcept { return Document(handle); }
+
     /// @return The top map or sequence; absent if the document is empty.
     [[nodiscard]] Value root() const & { return Value(handle_.get()); }
     /// Values of a document that is about to vanish would dangle: give it a name first.
@@ -131,6 +137,7 @@ private:
         error.code = info->uiCode;
         error.message = info->pcMessage;
         error.hint = info->pcHint;
+        error.record = info->pcRecord;
         error.file = info->pcFile;
         error.line = info->uiLine;
         error.column = info->uiColumn;

@@ -15,6 +15,30 @@ constexpr uint32_t NODE_OPEN = 1U;     // a collection whose end event has not c
 constexpr uint32_t NODE_ANCHORED = 2U; // an anchor in the file names the node
 constexpr uint32_t NODE_READ = 4U;     // a key whose value, or something below it, has been handed out
 constexpr uint32_t NODE_STORED = 8U;   // record and text lie in a block of the document, and go with it
+constexpr uint32_t NODE_GROWING =
+    1U << 30; // a map that is being filled: what serves the search of its keys grows with it
+constexpr uint32_t NODE_INDEXED = 1U << 31; // a map that has an index of its keys
+// The rest of them are small numbers: how the scalar was written (YAML_STYLE_*), its core tag (YAML_TAG_*), and the
+// layer that the node came from, 0 being the document's own.
+constexpr uint32_t NODE_STYLE_SHIFT = 4U, NODE_STYLE_MASK = 7U << NODE_STYLE_SHIFT;
+constexpr uint32_t NODE_TAG_SHIFT = 7U, NODE_TAG_MASK = 7U << NODE_TAG_SHIFT;
+constexpr uint32_t NODE_LAYER_SHIFT = 10U, NODE_LAYER_MASK = 1023U << NODE_LAYER_SHIFT;
+constexpr uint32_t NODE_LAYER_TAG_SHIFT = 20U, NODE_LAYER_TAG_MASK = 7U << NODE_LAYER_TAG_SHIFT;
+constexpr uint32_t NODE_SHADOWS = 1U << 23;   // a value that layers put in the place of another one
+constexpr uint32_t NODE_EXPANDING = 1U << 24; // a scalar whose references are being replaced
+constexpr uint32_t NODE_EXPANDED = 1U << 25;  // a scalar whose references have been replaced
+// A copy has these of its source.
+constexpr uint32_t NODE_COPIED = NODE_STYLE_MASK | NODE_TAG_MASK | NODE_LAYER_MASK | NODE_LAYER_TAG_MASK;
+
+[[nodiscard]] constexpr uint32_t StateGet(const YamlListNode &stNode, uint32_t uiMask, uint32_t uiShift) noexcept
+{
+    return (stNode.uiState & uiMask) >> uiShift;
+}
+
+constexpr void StateSet(YamlListNode &stNode, uint32_t uiMask, uint32_t uiShift, uint32_t uiNumber) noexcept
+{
+    stNode.uiState = (stNode.uiState & ~uiMask) | (uiNumber << uiShift & uiMask);
+}
 
 constexpr void ListInit(YamlList &stHead) noexcept
 {
@@ -77,14 +101,17 @@ constexpr size_t MarkLengthMax = 127; // stands for all lengths from there on
 
 // Length and last characters of a text, by which most keys of a map are told apart without a look at their texts. Never
 // 0, which a key has that was made by hand; any other has its text.
-[[nodiscard]] constexpr uint32_t TextMarkOf(std::string_view svText) noexcept
+[[nodiscard]] inline uint32_t TextMarkOf(std::string_view svText) noexcept
 {
     const size_t ulLength = svText.size();
     uint32_t uiEnd = 0;
-    for (size_t ul = ulLength < 3 ? 0 : ulLength - 3; ul < ulLength; ++ul)
-        uiEnd = uiEnd << 8 | static_cast<unsigned char>(svText[ul]);
+    if (ulLength >= sizeof(uiEnd))
+        memcpy(&uiEnd, svText.data() + ulLength - sizeof(uiEnd), sizeof(uiEnd));
+    else
+        for (const char cChar : svText)
+            uiEnd = uiEnd << 8 | static_cast<uint32_t>(static_cast<unsigned char>(cChar)) << 8;
     const auto uiLength = static_cast<uint32_t>(ulLength < MarkLengthMax ? ulLength : MarkLengthMax);
-    return uiLength << 25 | 1U << 24 | uiEnd;
+    return uiLength << 25 | 1U << 24 | uiEnd >> 8;
 }
 
 class WantedKey { // a text that a key is searched by
@@ -149,6 +176,29 @@ private:
 {
     const NodeRange stChildren = Children(stFather);
     return stChildren.begin() == stChildren.end() ? nullptr : &*stChildren.begin();
+}
+
+// The first child fixes the type of its father's children.
+inline void ChildTypeFix(YamlListNode &stFather, uint32_t uiDataType) noexcept
+{
+    if (stFather.uiNextLevelType == YAML_DATATYPE_NONE)
+        stFather.uiNextLevelType = uiDataType;
+}
+
+// Gives the index of a map back, if it has one: before its keys change.
+void KeyIndexDrop(YamlListNode &map) noexcept;
+
+// Hangs a node below a father as its last child.
+inline void ChildAppend(YamlListNode &stFather, YamlListNode &stChild) noexcept
+{
+    if ((stFather.uiState & NODE_INDEXED) != 0) [[unlikely]]
+        KeyIndexDrop(stFather);
+    stChild.pstFather = &stFather;
+    ChildTypeFix(stFather, stChild.uiDataType);
+    if (stFather.uiDataType == YAML_DATATYPE_SEQ)
+        stChild.uPlace.uiNumber =
+            HasChildren(stFather) ? NodeOf(stFather.stChildList.prev, NodeLink::Seq)->uPlace.uiNumber + 1 : 0;
+    ListInsertAfter(*stFather.stChildList.prev, LinkIn(stFather, stChild));
 }
 
 } // namespace zryaml

@@ -14,8 +14,12 @@
 #define YAML_LOG_WARN 1U  // warnings and secondary entries
 #define YAML_LOG_ERROR 2U // failures
 
-#define YAML_LOG_ONLY(uiLevel, uiCode, ...) \
-    ZR_LogWrite(&YamlLogModule, (uiLevel), (uiCode), __FILE__, __LINE__, __func__, __VA_ARGS__)
+// The sink may call the library, so the record of the call under way is kept meanwhile.
+#define YAML_LOG_ONLY(uiLevel, uiCode, ...)                                                            \
+    [&](const char *pcFunction) {                                                                      \
+        const zryaml::ErrorKeeper stKeeper;                                                            \
+        ZR_LogWrite(&YamlLogModule, (uiLevel), (uiCode), __FILE__, __LINE__, pcFunction, __VA_ARGS__); \
+    }(__func__)
 
 #define YAML_LOG(uiLevel, uiCode, ...) \
     (zryaml::ErrorNote((uiCode), __VA_ARGS__), YAML_LOG_ONLY((uiLevel), (uiCode), __VA_ARGS__))

@@ -1,36 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
-// Key paths with placeholders, read step by step. What an argument brings goes into a step as it is and is never looked
-// at as path text, so data cannot become syntax. Part of zr_yaml.hpp, where Value::at() gives the rules.
+// Key paths with placeholders, read step by step by the C interface. What an argument brings goes into a step as it is
+// and is never looked at as path text, so data cannot become syntax. Part of zr_yaml.hpp, where Value::at() gives the
+// rules.
 #ifndef ZR_YAML_PATH_HPP
 #define ZR_YAML_PATH_HPP
 
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <type_traits>
 
 #include <zr_yaml/scalar.hpp>
+#include <zr_yaml_path.h>
 
 namespace zryaml::detail {
-
-inline bool is_path_syntax(char character) noexcept
-{
-    return std::string_view(".[]{}").find(character) != std::string_view::npos;
-}
 
 // A key as a path writes it.
 inline std::string escaped(std::string_view key)
 {
-    if (key.empty())
-        return "{}";
-    std::string text;
-    for (const char character : key) {
-        if (is_path_syntax(character))
-            text += '\\';
-        text += character;
-    }
-    return text;
+    const char *text = key.empty() ? "" : key.data();
+    std::string written(ZRYAML_PathKeyWrite(text, key.size(), 0, nullptr) + std::size_t{1}, '\0');
+    (void)ZRYAML_PathKeyWrite(text, key.size(), static_cast<std::uint32_t>(written.size()), written.data());
+    written.pop_back();
+    return written;
 }
 
 // Puts a key or an index, as a path writes it, behind a path.
@@ -73,125 +68,109 @@ struct Step {
     std::uint64_t index = 0;
 };
 
+// A step as a path writes it.
+inline std::string written(const Step &step)
+{
+    return step.is_index ? '[' + std::to_string(step.index) + ']' : escaped(step.key);
+}
+
+// Reads the steps of a path, and puts the arguments where the placeholders are.
 class PathReader {
 public:
     PathReader(std::string_view path, const Argument *arguments, std::size_t count) noexcept
-        : rest_(path), argument_(arguments), end_(arguments + count), patterned_(count != 0)
-    {}
+        : argument_(arguments), end_(arguments + count)
+    {
+        step_.uiPlaceholders = count != 0 ? 1 : 0;
+        step_.pcRest = path.empty() ? "" : path.data();
+        step_.ulRest = path.size();
+    }
 
     // Reads one step; false at the end and where the path is malformed.
     [[nodiscard]] bool next(Step &step)
     {
-        step = Step{};
-        if (rest_.empty() && !separated_) {
-            if (argument_ != end_)
-                fail("there are more arguments than placeholders");
+        code_ = ZRYAML_PathStepNext(&step_);
+        if (code_ == YAML_ERR_ITER_END)
+            return argument_ == end_ ? false : fail("there are more arguments than placeholders");
+        if (code_ != YAML_OK) {
+            problem_ = ZRYAML_LastErrorGet()->pcMessage;
             return false;
         }
-        if (rest_.empty())
-            return fail("a key is missing after the last '.'");
-        if (rest_.front() == '[')
-            return !separated_ ? index(step) : fail("a '[' stands after a '.'");
-        const bool braces = rest_.front() == '{' && !at_placeholder();
-        return braces ? quoted(step) : name(step);
+        step = Step{};
+        step.is_index = step_.uiIsIndex != 0;
+        return step.is_index ? index(step) : name(step);
     }
 
-    // What is wrong with the path, null if nothing is.
-    [[nodiscard]] const char *problem() const noexcept { return problem_; }
+    // What is wrong with the path, empty if nothing is, and the code for it.
+    [[nodiscard]] const std::string &problem() const noexcept { return problem_; }
+    [[nodiscard]] std::uint32_t code() const noexcept { return code_; }
 
 private:
-    bool fail(const char *problem) noexcept
+    bool fail(const char *problem)
     {
-        problem_ = problem;
-        rest_ = {};
+        code_ = YAML_ERR_KEY;
+        problem_ = std::string("the key path is malformed: ") + problem;
         return false;
     }
 
-    [[nodiscard]] bool at_placeholder() const noexcept { return patterned_ && rest_.substr(0, 2) == "{}"; }
-
-    const Argument *take_argument() noexcept
+    const Argument *take_argument()
     {
-        rest_.remove_prefix(2);
         if (argument_ == end_)
             fail("there are fewer arguments than placeholders");
         return argument_ != end_ ? argument_++ : nullptr;
     }
 
-    // Adds one character or one argument to a key.
-    bool character(std::string &key)
-    {
-        if (at_placeholder()) {
-            const Argument *argument = take_argument();
-            if (argument != nullptr)
-                key += argument->text();
-            return argument != nullptr;
-        }
-        if (rest_.size() > 1 && rest_[0] == '\\' && is_path_syntax(rest_[1]))
-            rest_.remove_prefix(1);
-        else if (rest_[0] == ']')
-            return fail("a ']' stands where no index begins");
-        key += rest_[0];
-        rest_.remove_prefix(1);
-        return true;
-    }
-
     bool name(Step &step)
     {
-        while (!rest_.empty() && rest_.front() != '.' && rest_.front() != '[') {
-            if (!character(step.key))
+        std::string_view text(step_.pcText, step_.ulLength);
+        for (std::size_t at = placeholder(text); at != text.npos; at = placeholder(text)) {
+            const Argument *argument = take_argument();
+            if (argument == nullptr)
                 return false;
+            append(step.key, text.substr(0, at));
+            step.key += argument->text();
+            text.remove_prefix(at + 2);
         }
-        return step_ended();
-    }
-
-    bool quoted(Step &step)
-    {
-        rest_.remove_prefix(1);
-        while (!rest_.empty() && rest_.front() != '}') {
-            if (rest_.front() == '[' || (rest_.front() == '{' && !at_placeholder()))
-                return fail("a bracket or brace stands inside braces without a backslash");
-            if (!character(step.key))
-                return false;
-        }
-        if (!take_prefix(rest_, "}"))
-            return fail("a '{' is not closed");
-        return step_ended();
+        append(step.key, text);
+        return true;
     }
 
     bool index(Step &step)
     {
-        step.is_index = true;
-        rest_.remove_prefix(1);
-        const Argument *argument = nullptr;
-        if (at_placeholder() && (argument = take_argument()) == nullptr)
-            return false;
-        std::string_view digits = argument != nullptr ? argument->text() : rest_;
-        if (argument != nullptr && !argument->is_whole())
-            return fail("an index is given by a text");
-        if (take_digits(digits, 10, step.index) != std::errc())
-            return fail("an index is not a number from 0 on");
-        if (argument == nullptr)
-            rest_ = digits;
-        if (!take_prefix(rest_, "]"))
-            return fail("an index is not closed by ']'");
-        return step_ended();
-    }
-
-    // After a step comes '.', an index or the end.
-    bool step_ended() noexcept
-    {
-        separated_ = take_prefix(rest_, ".");
-        if (separated_ || rest_.empty() || rest_.front() == '[')
+        step.index = step_.ulIndex;
+        if (step_.pcText[0] != '{')
             return true;
-        return fail("something else than '.' or '[' stands behind a bracket or brace");
+        const Argument *argument = take_argument();
+        if (argument == nullptr)
+            return false;
+        if (!argument->is_whole())
+            return fail("an index is given by a text");
+        const std::string_view digits = argument->text();
+        const bool read = std::from_chars(digits.data(), digits.data() + digits.size(), step.index).ec == std::errc();
+        return read ? true : fail("an index is not a number from 0 on");
     }
 
-    std::string_view rest_;
+    // Where the next placeholder of a key begins.
+    [[nodiscard]] std::size_t placeholder(std::string_view text) const noexcept
+    {
+        std::size_t at = step_.uiPlaceholders != 0 ? text.find("{}") : text.npos;
+        while (at != text.npos && at > 0 && text[at - 1] == '\\')
+            at = text.find("{}", at + 1);
+        return at;
+    }
+
+    // Adds a part of a key without its escapes.
+    static void append(std::string &key, std::string_view written)
+    {
+        const std::size_t before = key.size();
+        key.resize(before + written.size());
+        key.resize(before + ZRYAML_PathKeyRead(written.data(), written.size(), key.data() + before));
+    }
+
+    YamlPathStep step_ = YAML_PATH_STEP_INIT;
     const Argument *argument_;
     const Argument *end_;
-    bool patterned_;         // there are arguments, so "{}" is a placeholder
-    bool separated_ = false; // a '.' has been read, so a key must follow
-    const char *problem_ = nullptr;
+    std::uint32_t code_ = YAML_OK;
+    std::string problem_;
 };
 
 } // namespace zryaml::detail

@@ -23,9 +23,10 @@ namespace zryaml {
 /// What went wrong, and where. Owns its texts, so it may outlive the document and move between threads.
 struct Error {
     std::uint32_t code = YAML_ERR_PARAM; ///< one of YAML_ERR_*; see is_absent() for the one most asked for
-    std::string message;                 ///< what is wrong
+    std::string message;                 ///< what is wrong, in one plain sentence
     std::string hint;                    ///< what would be right, or what is probably meant; may be empty
     std::string file;                    ///< path or name of the document as it was given; may be empty
+    std::string record;                  ///< how the log told it, for those who search there; empty for a read
     std::string path;                    ///< key path of the value that was read; empty for a load and for the root
     std::uint32_t line = 0;         ///< from 1, 0 without a place; for an absent value that of the nearest one above it
     std::uint32_t column = 0;       ///< in characters, from 1; 0 without a place
@@ -39,9 +40,12 @@ struct Error {
     [[nodiscard]] std::string what() const
     {
         std::string text = file;
-        if (line != 0)
-            text += (text.empty() ? "" : ":") + std::to_string(line) + ":" + std::to_string(column);
-        text += (text.empty() ? "" : ": ") + message;
+        if (line != 0) {
+            text += text.empty() ? "" : ":";
+            text += std::to_string(line) + ':' + std::to_string(column);
+        }
+        text += text.empty() ? "" : ": ";
+        text += message;
         if (!path.empty())
             text += " (" + path + ")";
         for (char &character : text) {
@@ -53,19 +57,21 @@ struct Error {
 };
 
 #if defined(__cpp_exceptions)
-/// Thrown by Result::or_throw() and by nothing else; left out where exceptions are off. what() is Error::what().
-class Exception : public std::runtime_error {
+/// Thrown by Result::or_throw() and by nothing else; left out where exceptions are off. what() is that of the error.
+template <class E> class BasicException : public std::runtime_error {
 public:
     /// Takes the error to carry.
-    explicit Exception(Error error)
-        : std::runtime_error(error.what()), error_(std::make_shared<const Error>(std::move(error)))
+    explicit BasicException(E error)
+        : std::runtime_error(error.what()), error_(std::make_shared<const E>(std::move(error)))
     {}
     /// @return The error, which lives as long as the exception or a copy of it.
-    [[nodiscard]] const Error &error() const noexcept { return *error_; }
+    [[nodiscard]] const E &error() const noexcept { return *error_; }
 
 private:
-    std::shared_ptr<const Error> error_; // shared, so that copies of the exception cannot throw
+    std::shared_ptr<const E> error_; // shared, so that copies of the exception cannot throw
 };
+/// What a read or a load throws.
+using Exception = BasicException<Error>;
 #endif
 
 namespace detail {
@@ -79,22 +85,22 @@ namespace detail {
 
 } // namespace detail
 
-/// A value or the Error that stands in its place.
+/// A value or the error that stands in its place: an Error, or any type with `std::string what() const`.
 ///
 /// Nothing is thrown unless or_throw() is called. Taking what is not there by value(), *, -> or error() is a mistake of
 /// the program, which ends with the error on stderr; ask first. A result that is about to vanish gives its value
 /// away as a value, never as a reference, so `for (int i : v.get<std::vector<int>>().value())` is safe.
 ///
 /// One thread at a time may use a result, or any number if none changes it.
-template <class T> class [[nodiscard]] Result {
-    static_assert(std::is_object_v<T> && !std::is_same_v<std::remove_cv_t<T>, Error>, "a result holds a value");
+template <class T, class E = Error> class [[nodiscard]] Result {
+    static_assert(std::is_object_v<T> && !std::is_same_v<std::remove_cv_t<T>, E>, "a result holds a value");
 
 public:
     /// Holds a value.
     Result(T value) noexcept(std::is_nothrow_move_constructible_v<T>) : state_(std::in_place_index<0>, std::move(value))
     {}
     /// Holds an error.
-    Result(Error error) noexcept : state_(std::in_place_index<1>, std::move(error)) {}
+    Result(E error) noexcept : state_(std::in_place_index<1>, std::move(error)) {}
 
     /// @return Whether there is a value.
     [[nodiscard]] bool has_value() const noexcept { return state_.index() == 0; }
@@ -109,21 +115,19 @@ public:
     /// @return The value; the program ends if there is none.
     [[nodiscard]] const T &value() const &
     {
-        require_value();
-        return *std::get_if<0>(&state_);
+        if (const T *value = std::get_if<0>(&state_))
+            return *value;
+        detail::misuse(error().what());
     }
     /// @return The value; the program ends if there is none.
     [[nodiscard]] T &value() &
     {
-        require_value();
-        return *std::get_if<0>(&state_);
+        if (T *value = std::get_if<0>(&state_))
+            return *value;
+        detail::misuse(error().what());
     }
     /// @return The value; the program ends if there is none.
-    [[nodiscard]] T value() &&
-    {
-        require_value();
-        return std::move(*std::get_if<0>(&state_));
-    }
+    [[nodiscard]] T value() && { return std::move(static_cast<Result &>(*this).value()); }
 
     /// @return As value().
     [[nodiscard]] const T &operator*() const & { return value(); }
@@ -139,14 +143,14 @@ public:
     const T *operator->() const && = delete;
 
     /// @return The error; the program ends if there is none.
-    [[nodiscard]] const Error &error() const &
+    [[nodiscard]] const E &error() const &
     {
-        if (has_value())
-            detail::misuse("a result that holds a value was asked for its error");
-        return *std::get_if<1>(&state_);
+        if (const E *error = std::get_if<1>(&state_))
+            return *error;
+        detail::misuse("a result that holds a value was asked for its error");
     }
     /// @return The error; the program ends if there is none.
-    [[nodiscard]] Error error() && { return static_cast<const Result &>(*this).error(); }
+    [[nodiscard]] E error() && { return static_cast<const Result &>(*this).error(); }
 
     /// Puts a default in the place of an absent value, and of nothing else: a value that is there but wrong stays an
     /// error. For that reason the answer is a result again, and not a T.
@@ -158,30 +162,24 @@ public:
     }
 
 #if defined(__cpp_exceptions)
-    /// @return The value; throws Exception with the error if there is none.
+    /// @return The value; throws BasicException with the error if there is none.
     [[nodiscard]] const T &or_throw() const &
     {
         if (!has_value())
-            throw Exception(error());
+            throw BasicException<E>(error());
         return value();
     }
-    /// @return The value; throws Exception with the error if there is none.
+    /// @return The value; throws BasicException with the error if there is none.
     [[nodiscard]] T or_throw() &&
     {
         if (!has_value())
-            throw Exception(std::move(*this).error());
+            throw BasicException<E>(std::move(*this).error());
         return std::move(*this).value();
     }
 #endif
 
 private:
-    void require_value() const
-    {
-        if (!has_value())
-            detail::misuse(error().what());
-    }
-
-    std::variant<T, Error> state_;
+    std::variant<T, E> state_;
 };
 
 } // namespace zryaml

@@ -31,40 +31,16 @@ enum class Type : std::uint32_t {
 
 namespace detail {
 
-// Where an absent value would be; made once per step that misses, so that a Value stays small.
+// Where an absent value would be; made once per step that misses, so that a Value stays small. What is said of it is
+// found out when somebody asks.
 struct Missing {
     const YamlHandle *document;
     const YamlListNode *nearest; // the last value that is there, null if the document has none
     std::uint32_t code;
-    std::string message;
-    std::string tail; // the path from there on
+    Step step;           // the first one that leads nowhere
+    std::string problem; // of a malformed path
+    std::string tail;    // the path from there on
 };
-
-inline const char *type_name(Type type) noexcept
-{
-    switch (type) {
-    case Type::sequence:
-        return "a sequence";
-    case Type::map:
-        return "a map";
-    case Type::scalar:
-        return "a scalar";
-    default:
-        return "absent";
-    }
-}
-
-// A text of the document inside a message, cut to a handy length at the border of a character.
-inline std::string quoted(std::string_view text)
-{
-    constexpr std::size_t longest = 60;
-    if (text.size() <= longest)
-        return '"' + std::string(text) + '"';
-    std::size_t size = longest;
-    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0U) == 0x80U)
-        --size;
-    return '"' + std::string(text.substr(0, size)) + "...\"";
-}
 
 } // namespace detail
 
@@ -93,11 +69,7 @@ public:
     {
         if (node_ == nullptr)
             missing_ = std::make_shared<const detail::Missing>(
-                detail::Missing{document,
-                                nullptr,
-                                YAML_ERR_NOT_FOUND,
-                                document ? "the document is empty" : "there is no document",
-                                {}});
+                detail::Missing{document, nullptr, YAML_ERR_NOT_FOUND, {}, {}, {}});
     }
 
     /// @return The value for calls of the C interface, NULL if absent; belongs to the document.
@@ -121,7 +93,7 @@ public:
     /// @return Whether size() is 0; costs the same however many there are.
     [[nodiscard]] bool empty() const noexcept
     {
-        YamlChild child{};
+        YamlChild child = YAML_CHILD_INIT;
         return ZRYAML_ChildGet(node_, 0, &child) != YAML_OK;
     }
 
@@ -143,7 +115,8 @@ public:
     {
         if constexpr (std::is_signed_v<Index>) {
             if (index < 0)
-                return broken("an index is negative", '[' + std::to_string(index) + ']');
+                return malformed(YAML_ERR_INDEX, "the key path is malformed: an index is negative",
+                                 '[' + std::to_string(index) + ']');
         }
         return element(static_cast<std::uint64_t>(index));
     }
@@ -189,13 +162,15 @@ public:
     ///   decimal: 010 is ten. No underscores.
     /// - float, double: decimal with optional fraction and exponent, or .inf and .nan (.Inf .INF .NaN .NAN), after an
     ///   optional sign, which .nan does not take. A number too large or too small for the type is an error.
-    /// - std::chrono::duration of integers: a decimal whole number with one of ns us ms s min h d right behind it. An
-    ///   error if the duration is no whole number of T's unit: 1500ms is no std::chrono::seconds.
+    /// - std::chrono::duration of integers: 500ms, 1h30m; decimal whole numbers with a unit each (d h min or m s ms us
+    ///   ns), from the largest to the smallest. An error if the duration is no whole number of T's unit: 1500ms is no
+    ///   std::chrono::seconds; and for a T finer than nanoseconds.
+    /// - Bytes: 512, 64KiB, 1.5GB.
     /// - std::string and std::string_view: the text of any scalar; the view belongs to the document.
     /// - std::vector of any of these, or of vectors: a sequence, all of whose elements must be right.
     ///
-    /// @return The value, or an error: absent (0x19000003, see Error::is_absent()), a map or sequence (0x19000011), no
-    ///         sequence for a vector (0x1900000C), a text that is wrong (22), or a malformed path.
+    /// @return The value, or an error: absent (see Error::is_absent()), a map or sequence (YAML_ERR_NOT_SCALAR), no
+    ///         sequence for a vector (YAML_ERR_NODE_TYPE), a text that is wrong (YAML_ERR_VALUE), or a malformed path.
     template <class T> [[nodiscard]] Result<T> get() const
     {
         if constexpr (detail::is_vector<T>) {
@@ -206,14 +181,15 @@ public:
                 return not_a(Type::scalar);
             return T(*found);
         } else {
-            static_assert(detail::Scalar<T>::readable, "get<T> reads bool, integers, float, double, durations, "
+            static_assert(detail::Scalar<T>::readable, "get<T> reads bool, integers, float, double, durations, Bytes, "
                                                        "std::string, std::string_view and vectors of them");
-            const std::optional<std::string_view> found = text();
-            if (!found)
+            const char *found = ZRYAML_ValueTextGet(node_);
+            if (found == nullptr)
                 return not_a(Type::scalar);
+            constexpr const YamlScalarType &type = detail::Scalar<T>::type;
             T out{};
-            if (const char *problem = detail::Scalar<T>::read(*found, out))
-                return error(YAML_ERR_PARAM, detail::quoted(*found) + ' ' + problem, detail::Scalar<T>::hint());
+            if (ZRYAML_ScalarRead(&type, found, &out) != YAML_OK)
+                return error(YAML_ERR_VALUE, detail::scalar_problem(type, found), detail::scalar_hint(type));
             return out;
         }
     }
@@ -222,7 +198,9 @@ public:
     /// wrong stays an error, which is why the answer is a Result.
     template <class T> [[nodiscard]] Result<T> get_or(T fallback) const
     {
-        return get<T>().value_or(std::move(fallback));
+        if (is_absent())
+            return fallback;
+        return get<T>();
     }
     /// As above, for a text; the default is copied.
     [[nodiscard]] Result<std::string> get_or(const char *fallback) const { return get_or<std::string>(fallback); }
@@ -255,9 +233,14 @@ private:
 
     [[nodiscard]] Value element(std::uint64_t index) const;
     [[nodiscard]] Value follow(std::string_view path, detail::PathReader reader) const;
-    [[nodiscard]] Value below(Type wanted, const std::string &what, const std::string &tail) const;
-    [[nodiscard]] Value broken(const char *problem, const std::string &tail) const;
-    [[nodiscard]] Value missing(std::uint32_t code, std::string message, const std::string &tail) const;
+    [[nodiscard]] Value below(detail::Step step) const;
+    [[nodiscard]] Value malformed(std::uint32_t code, std::string problem, std::string_view tail) const;
+    [[nodiscard]] Value missing(detail::Missing record, std::string_view tail) const;
+    [[nodiscard]] bool is_absent() const noexcept
+    {
+        return !exists() && (missing_ == nullptr || missing_->code == YAML_ERR_NOT_FOUND);
+    }
+    [[nodiscard]] Error absence() const;
     [[nodiscard]] Error not_a(Type wanted) const;
     [[nodiscard]] Error error(std::uint32_t code, std::string message, std::string hint = {}) const;
     template <class Vector> [[nodiscard]] Result<Vector> get_elements() const;

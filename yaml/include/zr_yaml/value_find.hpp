@@ -30,20 +30,31 @@ inline std::string Value::path() const
 
 inline Value Value::operator[](std::string_view key) const
 {
-    const YamlListNode *found = ZRYAML_ChildFind(node_, key.empty() ? "" : key.data(), key.size());
-    if (found != nullptr)
-        return Value(found);
-    return below(Type::map, "no key " + detail::quoted(key), detail::escaped(key));
+    detail::Step step;
+    step.key = key;
+    return below(std::move(step));
 }
 
 inline Value Value::element(std::uint64_t index) const
 {
-    YamlChild child{};
-    if (is_sequence() && index < YAML_INDEX_NONE &&
-        ZRYAML_ChildGet(node_, static_cast<std::uint32_t>(index), &child) == YAML_OK)
-        return Value(child.pstValue);
-    const std::string number = std::to_string(index);
-    return below(Type::sequence, "no element " + number, '[' + number + ']');
+    detail::Step step;
+    step.is_index = true;
+    step.index = index;
+    return below(std::move(step));
+}
+
+// One step down. Which is absent and which a mistake in the file the C interface knows.
+inline Value Value::below(detail::Step step) const
+{
+    const char *key = step.is_index ? nullptr : step.key.c_str();
+    Value value;
+    if (missing_)
+        return missing(*missing_, detail::written(step));
+    const std::uint32_t code = ZRYAML_StepTake(node_, key, step.key.size(), step.index, &value.node_);
+    if (code == YAML_OK)
+        return value;
+    const std::string tail = detail::written(step);
+    return missing({ZRYAML_DocumentGet(node_), node_, code, std::move(step), {}, {}}, tail);
 }
 
 inline Value Value::follow(std::string_view path, detail::PathReader reader) const
@@ -51,52 +62,49 @@ inline Value Value::follow(std::string_view path, detail::PathReader reader) con
     Value value = *this;
     detail::Step step;
     while (reader.next(step))
-        value = step.is_index ? value.element(step.index) : value[step.key];
-    if (reader.problem() != nullptr)
-        return broken(reader.problem(), std::string(path));
-    return value;
+        value = value.below(std::move(step));
+    return reader.problem().empty() ? value : malformed(reader.code(), reader.problem(), path);
 }
 
-// What is asked for is not below this value: absent, or a mistake if the value is of a kind that has no such children.
-inline Value Value::below(Type wanted, const std::string &what, const std::string &tail) const
+// A malformed path counts more than that something is absent.
+inline Value Value::malformed(std::uint32_t code, std::string problem, std::string_view tail) const
 {
-    const bool wrong = exists() && type() != wanted && !text().value_or("something").empty();
-    if (wrong)
-        return missing(
-            YAML_ERR_NODE_TYPE,
-            what + ": the value above it is " + detail::type_name(type()) + ", not " + detail::type_name(wanted), tail);
-    return missing(YAML_ERR_NOT_FOUND, "there is " + what, tail);
+    detail::Missing record{ZRYAML_DocumentGet(node_), node_, code, {}, {}, {}};
+    if (missing_)
+        record = *missing_;
+    record.code = code;
+    record.problem = std::move(problem);
+    return missing(std::move(record), tail);
 }
 
-// The path is malformed, which counts more than that something is absent.
-inline Value Value::broken(const char *problem, const std::string &tail) const
+inline Value Value::missing(detail::Missing record, std::string_view tail) const
 {
-    Value value = missing(YAML_ERR_KEY, {}, tail);
-    detail::Missing record = *value.missing_;
-    record.code = YAML_ERR_KEY;
-    record.message = std::string("the key path is malformed: ") + problem;
-    value.missing_ = std::make_shared<const detail::Missing>(std::move(record));
-    return value;
-}
-
-inline Value Value::missing(std::uint32_t code, std::string message, const std::string &tail) const
-{
-    detail::Missing record =
-        missing_ ? *missing_ : detail::Missing{ZRYAML_DocumentGet(node_), node_, code, std::move(message), {}};
-    record.tail = detail::joined(std::move(record.tail), tail);
     Value value;
+    record.tail = detail::joined(std::move(record.tail), tail);
     value.missing_ = std::make_shared<const detail::Missing>(std::move(record));
     return value;
+}
+
+// Why there is no value.
+inline Error Value::absence() const
+{
+    if (!missing_)
+        return error(YAML_ERR_NOT_FOUND, "there is no value");
+    const detail::Missing &record = *missing_;
+    if (!record.problem.empty() || record.document == nullptr)
+        return error(record.code, record.problem.empty() ? "there is no document" : record.problem);
+    const detail::Step &step = record.step;
+    (void)ZRYAML_StepExplain(record.nearest, step.is_index ? nullptr : step.key.c_str(), step.key.size(), step.index);
+    const YamlErrorInfo &info = *ZRYAML_LastErrorGet();
+    return error(record.code, info.pcMessage, info.pcHint);
 }
 
 inline Error Value::not_a(Type wanted) const
 {
-    if (missing_)
-        return error(missing_->code, missing_->message);
     if (!exists())
-        return error(YAML_ERR_NOT_FOUND, "there is no value");
-    return error(wanted == Type::scalar ? YAML_ERR_NOT_SCALAR : YAML_ERR_NODE_TYPE,
-                 std::string("the value is ") + detail::type_name(type()) + ", not " + detail::type_name(wanted));
+        return absence();
+    const std::uint32_t code = ZRYAML_KindExplain(node_, static_cast<std::uint32_t>(wanted));
+    return error(code, ZRYAML_LastErrorGet()->pcMessage);
 }
 
 inline Error Value::error(std::uint32_t code, std::string message, std::string hint) const
@@ -105,9 +113,12 @@ inline Error Value::error(std::uint32_t code, std::string message, std::string h
     error.code = code;
     error.message = std::move(message);
     error.hint = std::move(hint);
-    error.file = ZRYAML_NameGet(missing_ ? missing_->document : ZRYAML_DocumentGet(node_));
+    const YamlListNode *nearest = missing_ ? missing_->nearest : node_;
+    const YamlHandle *document = missing_ ? missing_->document : ZRYAML_DocumentGet(node_);
+    error.file = ZRYAML_NameGet(document);
     error.path = path();
-    std::tie(error.line, error.column) = place(missing_ ? missing_->nearest : node_);
+    const bool malformed = missing_ && !missing_->problem.empty(); // which has no place in the file
+    std::tie(error.line, error.column) = malformed ? std::pair(0U, 0U) : place(nearest);
     return error;
 }
 

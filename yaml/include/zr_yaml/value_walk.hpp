@@ -46,7 +46,7 @@ public:
     ChildIterator &operator++() noexcept
     {
         if (ZRYAML_ChildNextGet(parent_, &child_) != YAML_OK)
-            child_ = YamlChild{};
+            child_ = YAML_CHILD_INIT;
         return *this;
     }
     /// As above. @return The place before.
@@ -66,7 +66,7 @@ public:
 
 private:
     const YamlListNode *parent_ = nullptr;
-    YamlChild child_{};
+    YamlChild child_ = YAML_CHILD_INIT;
 };
 
 /// The range that Value::items() gives; as light as a Value.

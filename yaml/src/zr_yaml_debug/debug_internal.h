@@ -11,6 +11,3 @@ namespace zryaml::debug {
 extern ZR_LogModule YamlLogModule;
 
 } // namespace zryaml::debug
-
-using namespace zryaml;
-using namespace zryaml::debug;

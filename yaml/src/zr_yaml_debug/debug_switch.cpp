@@ -2,6 +2,9 @@
 // The process-wide debug switch, and the module that this folder logs for.
 #include "debug_internal.h"
 
+using namespace zryaml;
+using namespace zryaml::debug;
+
 ZR_LogModule zryaml::debug::YamlLogModule = {"YAML", 0x1900U};
 
 uint32_t g_bYamlDebugSwitch = 0;

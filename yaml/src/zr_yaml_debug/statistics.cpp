@@ -4,6 +4,9 @@
 
 #include <time.h>
 
+using namespace zryaml;
+using namespace zryaml::debug;
+
 namespace {
 
 constexpr uint32_t MsPerSecond = 1000;

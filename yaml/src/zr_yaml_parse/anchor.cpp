@@ -4,169 +4,174 @@
 //
 // A record is on one of the two lists of its handle. The finished ones are also in the handle's index by name, which
 // holds the one finished last; each leads to the one before it.
+#include "node.h"
 #include "parse_internal.h"
 #include "text_index.h"
 
+#include <cstring>
+#include <new>
 #include <utility>
+
+using namespace zryaml;
+using namespace zryaml::parse;
 
 namespace {
 
 struct AnchorRecord : YamlAnchorNode {
-    AnchorRecord *pstOlder; // the finished record of the same name before this one
+    AnchorRecord *older; // the finished record of the same name before this one
 };
 
-const char *NameOf(const AnchorRecord &stRecord) noexcept
+const char *NameOf(const AnchorRecord &record) noexcept
 {
-    return stRecord.pcAnchorName;
+    return record.pcAnchorName;
 }
 
-AnchorRecord &RecordOf(YamlList *pstLink) noexcept
+AnchorRecord &RecordOf(YamlList *link) noexcept
 {
-    return *reinterpret_cast<AnchorRecord *>(reinterpret_cast<uintptr_t>(pstLink) -
+    return *reinterpret_cast<AnchorRecord *>(reinterpret_cast<uintptr_t>(link) -
                                              offsetof(YamlAnchorNode, stAnchorLink));
 }
 
-void RecordFree(AnchorRecord &stRecord) noexcept
+void RecordFree(AnchorRecord &record) noexcept
 {
-    ListRemove(stRecord.stAnchorLink);
-    if (stRecord.pcAnchorName != nullptr)
-        ZR_MemFree(stRecord.pcAnchorName, yaml_MemHandleGet());
-    ZR_MemFree(&stRecord, yaml_MemHandleGet());
+    ListRemove(record.stAnchorLink);
+    if (record.pcAnchorName != nullptr)
+        ZR_MemFree(record.pcAnchorName, yaml_MemHandleGet());
+    ZR_MemFree(&record, yaml_MemHandleGet());
 }
 
 } // namespace
 
 struct YamlAnchorIndex : TextIndex<AnchorRecord, NameOf> {
-    uint32_t uiRecords = 0; // recorded so far, finished or open: there is room for all
+    uint32_t records = 0; // made so far, finished or open: there is room for all
 };
 
 namespace {
 
 // Makes room for one more record, so that finishing it cannot fail.
-[[nodiscard]] bool RoomMake(YamlHandle &stHandle) noexcept
+[[nodiscard]] bool RoomMake(YamlHandle &handle) noexcept
 {
-    if (stHandle.pstAnchorIndex == nullptr) {
-        void *pIndex = ZR_MemAlloc(sizeof(YamlAnchorIndex), yaml_MemHandleGet());
-        if (pIndex == nullptr)
+    if (handle.pstAnchorIndex == nullptr) {
+        void *index = ZR_MemAlloc(sizeof(YamlAnchorIndex), yaml_MemHandleGet());
+        if (index == nullptr)
             return false;
-        stHandle.pstAnchorIndex = static_cast<YamlAnchorIndex *>(pIndex);
-        *stHandle.pstAnchorIndex = {};
+        handle.pstAnchorIndex = ::new (index) YamlAnchorIndex;
     }
-    return stHandle.pstAnchorIndex->Reserve(++stHandle.pstAnchorIndex->uiRecords);
+    return handle.pstAnchorIndex->Reserve(++handle.pstAnchorIndex->records);
 }
 
-void RecordFinish(YamlHandle &stHandle, AnchorRecord &stRecord) noexcept
+void RecordFinish(YamlHandle &handle, AnchorRecord &record) noexcept
 {
-    ListInsertAfter(stHandle.stAnchorList, stRecord.stAnchorLink);
-    stRecord.pstOlder = stHandle.pstAnchorIndex->Put(stRecord, TextHash(stRecord.pcAnchorName));
+    ListInsertAfter(handle.stAnchorList, record.stAnchorLink);
+    record.older = handle.pstAnchorIndex->Put(record, TextHash(record.pcAnchorName));
 }
 
 // The record on a node, searched from the front of a list: the one that is asked for was made last.
-AnchorRecord *RecordOfNode(YamlList &stHead, const YamlListNode &stNode) noexcept
+AnchorRecord *RecordOfNode(YamlList &head, const YamlListNode &node) noexcept
 {
-    for (YamlList *pstLink = stHead.next; pstLink != &stHead; pstLink = pstLink->next) {
-        if (RecordOf(pstLink).pstAnchoredNode == &stNode)
-            return &RecordOf(pstLink);
+    for (YamlList *link = head.next; link != &head; link = link->next) {
+        if (RecordOf(link).pstAnchoredNode == &node)
+            return &RecordOf(link);
     }
     return nullptr;
 }
 
 } // namespace
 
-void zryaml::parse::AnchorNameDrop(YamlHandle &stHandle, const char *pcName) noexcept
-{
-    YamlList &stOpen = stHandle.stOpenAnchorList;
-    for (YamlList *pstLink = stOpen.next; pstLink != &stOpen;) { // at most one for each open collection
-        AnchorRecord &stRecord = RecordOf(pstLink);
-        pstLink = pstLink->next;
-        if (strcmp(stRecord.pcAnchorName, pcName) == 0)
-            RecordFree(stRecord);
-    }
-    if (stHandle.pstAnchorIndex == nullptr)
-        return;
-    AnchorRecord *pstRecord = stHandle.pstAnchorIndex->Find(pcName, TextHash(pcName));
-    stHandle.pstAnchorIndex->Remove(pcName);
-    while (pstRecord != nullptr) // the name may be that of a record, so it is not used any more
-        RecordFree(*std::exchange(pstRecord, pstRecord->pstOlder));
-}
+namespace zryaml::parse {
 
-void zryaml::parse::AnchorOfNodeDrop(YamlHandle &stHandle, const YamlListNode &stNode) noexcept
+YamlAnchorNode *AnchorCreate(YamlHandle &handle, const char *name) noexcept
 {
-    if ((stNode.uiState & NODE_ANCHORED) == 0)
-        return;
-    if (const AnchorRecord *pstRecord = RecordOfNode(stHandle.stAnchorList, stNode))
-        AnchorNameDrop(stHandle, pstRecord->pcAnchorName);
-}
-
-YamlAnchorNode *yaml_AnchorNodeAlloc(YamlHandle *pstHandle, const char *pcName)
-{
-    auto *pstRecord = static_cast<AnchorRecord *>(ZR_MemAlloc(sizeof(AnchorRecord), yaml_MemHandleGet()));
-    if (pstRecord == nullptr) {
+    auto *record = static_cast<AnchorRecord *>(ZR_MemAlloc(sizeof(AnchorRecord), yaml_MemHandleGet()));
+    if (record == nullptr) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Allocate memory for anchor node failed.");
         return nullptr;
     }
-    YAML_SECURE(memset_s(pstRecord, sizeof(*pstRecord), 0, sizeof(*pstRecord)));
-    pstRecord->pcAnchorName = yaml_ValueDup(pstHandle, 0, pcName);
-    if (pstRecord->pcAnchorName == nullptr) {
-        ZR_MemFree(pstRecord, yaml_MemHandleGet());
+    YAML_SECURE(memset_s(record, sizeof(*record), 0, sizeof(*record)));
+    record->pcAnchorName = TextCopy(handle, false, name);
+    if (record->pcAnchorName == nullptr) {
+        ZR_MemFree(record, yaml_MemHandleGet());
         return nullptr;
     }
-    pstRecord->pstOlder = nullptr;
-    return pstRecord;
+    record->older = nullptr;
+    return record;
 }
 
-uint32_t yaml_AnchorRecord(YamlHandle *pstHandle, const char *pcName, YamlListNode *pstNewNode, uint32_t uiAnchorType)
+uint32_t AnchorAdd(YamlHandle &handle, const char *name, YamlListNode &node, uint32_t anchorType) noexcept
 {
-    if (pcName == nullptr)
-        return YAML_OK;
-    YamlAnchorNode *pstAnchor = yaml_AnchorNodeAlloc(pstHandle, pcName);
-    if (pstAnchor == nullptr)
+    YamlAnchorNode *anchor = AnchorCreate(handle, name);
+    if (anchor == nullptr)
         return YAML_ERR_NOMEM;
-    auto &stRecord = static_cast<AnchorRecord &>(*pstAnchor);
-    ListInit(stRecord.stAnchorLink);
-    if (!RoomMake(*pstHandle)) {
-        RecordFree(stRecord);
+    auto &record = static_cast<AnchorRecord &>(*anchor);
+    ListInit(record.stAnchorLink);
+    if (!RoomMake(handle)) {
+        RecordFree(record);
         return YAML_FAIL(YAML_ERR_NOMEM, "Allocate memory for anchor node failed.");
     }
-    stRecord.pstAnchoredNode = pstNewNode;
-    stRecord.uiMagic = YAML_NODE_MAGIC;
-    pstNewNode->uiState |= NODE_ANCHORED;
-    if (uiAnchorType == YAML_DATATYPE_SCALAR)
-        RecordFinish(*pstHandle, stRecord);
+    record.pstAnchoredNode = &node;
+    record.uiMagic = YAML_NODE_MAGIC;
+    node.uiState |= NODE_ANCHORED;
+    if (anchorType == YAML_DATATYPE_SCALAR)
+        RecordFinish(handle, record);
     else
-        ListInsertAfter(pstHandle->stOpenAnchorList, stRecord.stAnchorLink);
+        ListInsertAfter(handle.stOpenAnchorList, record.stAnchorLink);
     return YAML_OK;
 }
 
-void yaml_AnchorRecordEnd(YamlHandle *pstHandle, YamlListNode *pstNode)
+void AnchorFinish(YamlHandle &handle, const YamlListNode &node) noexcept
 {
-    if ((pstNode->uiState & NODE_ANCHORED) == 0)
+    AnchorRecord *record = RecordOfNode(handle.stOpenAnchorList, node);
+    if (record == nullptr)
+        return; // dropped together with a newer anchor of the same name
+    ListRemove(record->stAnchorLink);
+    RecordFinish(handle, *record);
+}
+
+YamlAnchorNode *AnchorFind(const YamlHandle &handle, const char *name) noexcept
+{
+    return handle.pstAnchorIndex == nullptr ? nullptr : handle.pstAnchorIndex->Find(name, TextHash(name));
+}
+
+void AnchorNameDrop(YamlHandle &handle, const char *name) noexcept
+{
+    YamlList &open = handle.stOpenAnchorList;
+    for (YamlList *link = open.next; link != &open;) { // at most one for each open collection
+        AnchorRecord &record = RecordOf(link);
+        link = link->next;
+        if (strcmp(record.pcAnchorName, name) == 0)
+            RecordFree(record);
+    }
+    if (handle.pstAnchorIndex == nullptr)
         return;
-    AnchorRecord *pstRecord = RecordOfNode(pstHandle->stOpenAnchorList, *pstNode);
-    if (pstRecord == nullptr)
-        return; // forgotten meanwhile, with a younger anchor of its name
-    ListRemove(pstRecord->stAnchorLink);
-    RecordFinish(*pstHandle, *pstRecord);
+    AnchorRecord *record = handle.pstAnchorIndex->Find(name, TextHash(name));
+    handle.pstAnchorIndex->Remove(name);
+    while (record != nullptr) // the name may be that of a record, so it is not used any more
+        RecordFree(*std::exchange(record, record->older));
 }
 
-YamlAnchorNode *yaml_AnchorObjFind(const YamlHandle *pstHandle, const char *pcName)
+void AnchorOfNodeDrop(YamlHandle &handle, const YamlListNode &node) noexcept
 {
-    return pstHandle->pstAnchorIndex == nullptr ? nullptr : pstHandle->pstAnchorIndex->Find(pcName, TextHash(pcName));
-}
-
-void yaml_AnchorNodesRelease(YamlList *pstHead)
-{
-    while (!ListIsEmpty(*pstHead) && RecordOf(pstHead->next).uiMagic == YAML_NODE_MAGIC)
-        RecordFree(RecordOf(pstHead->next));
-}
-
-void yaml_AnchorListRealse(YamlHandle *pstHandle)
-{
-    yaml_AnchorNodesRelease(&pstHandle->stAnchorList);
-    yaml_AnchorNodesRelease(&pstHandle->stOpenAnchorList);
-    if (pstHandle->pstAnchorIndex == nullptr)
+    if ((node.uiState & NODE_ANCHORED) == 0)
         return;
-    pstHandle->pstAnchorIndex->Release();
-    ZR_MemFree(pstHandle->pstAnchorIndex, yaml_MemHandleGet());
-    pstHandle->pstAnchorIndex = nullptr;
+    if (const AnchorRecord *record = RecordOfNode(handle.stAnchorList, node))
+        AnchorNameDrop(handle, record->pcAnchorName);
 }
+
+void AnchorListRelease(YamlList &head) noexcept
+{
+    while (!ListIsEmpty(head) && RecordOf(head.next).uiMagic == YAML_NODE_MAGIC)
+        RecordFree(RecordOf(head.next));
+}
+
+void AnchorsRelease(YamlHandle &handle) noexcept
+{
+    AnchorListRelease(handle.stAnchorList);
+    AnchorListRelease(handle.stOpenAnchorList);
+    if (handle.pstAnchorIndex == nullptr)
+        return;
+    handle.pstAnchorIndex->Release();
+    ZR_MemFree(handle.pstAnchorIndex, yaml_MemHandleGet());
+    handle.pstAnchorIndex = nullptr;
+}
+
+} // namespace zryaml::parse

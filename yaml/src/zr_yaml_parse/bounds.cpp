@@ -2,6 +2,9 @@
 // What a document may cost: how deep its collections go and how much its aliases and merges may copy.
 #include "parse_internal.h"
 
+using namespace zryaml;
+using namespace zryaml::parse;
+
 namespace {
 
 constexpr uint64_t CopyBytesFactor = 16; // a document may copy its own bytes so many times, and then the limit
@@ -13,9 +16,8 @@ uint32_t zryaml::parse::DepthCheck(const YamlHandle &stHandle, uint32_t uiMore) 
     const uint32_t uiDepth = stHandle.uiEventDepth + uiMore;
     if (uiDepth <= stHandle.stLimits.uiDepth)
         return YAML_OK;
-    const uint32_t uiCode = YAML_FAIL(YAML_ERR_EVENT, "The collections are nested too deep. (Depth=%u)", uiDepth);
-    ErrorHintAdd("collections may be nested %u deep (limit uiDepth)", stHandle.stLimits.uiDepth);
-    return uiCode;
+    return Refuse(YAML_FAIL(YAML_ERR_EVENT, "The collections are nested too deep. (Depth=%u)", uiDepth),
+                  "they may be nested %u deep (limit uiDepth)", stHandle.stLimits.uiDepth);
 }
 
 uint32_t zryaml::parse::CopyCharge(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept
@@ -25,9 +27,8 @@ uint32_t zryaml::parse::CopyCharge(YamlHandle &stHandle, uint64_t ulTextBytes) n
     stHandle.ulCopyCharge += sizeof(YamlListNode) + ulTextBytes;
     if (stHandle.ulCopyCharge <= ulOwnShare || stHandle.ulCopyCharge - ulOwnShare <= ulLimit)
         return YAML_OK;
-    const uint32_t uiCode = YAML_FAIL(YAML_ERR_NOMEM, "The alias expansion is too large. (Alias=%s)",
-                                      stHandle.pcAlias != nullptr ? stHandle.pcAlias : "");
-    ErrorHintAdd("aliases and merges may copy %zu bytes and 16 times those of the document itself (limit ulCopyBytes)",
-                 static_cast<size_t>(ulLimit));
-    return uiCode;
+    return Refuse(YAML_FAIL(YAML_ERR_NOMEM, "The alias expansion is too large. (Alias=%s)",
+                            stHandle.pcAlias != nullptr ? stHandle.pcAlias : ""),
+                  "aliases and merges may copy %zu bytes and 16 times those of the document itself (limit ulCopyBytes)",
+                  static_cast<size_t>(ulLimit));
 }

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 // Hands each parse event to its handler; while the debug switch is 1, traces it.
+#include "node.h"
 #include "parse_internal.h"
+#include "tree_builder.h"
 
 #include <iterator>
 #include <utility>
 #include <yaml.h>
+
+using namespace zryaml;
+using namespace zryaml::parse;
 
 namespace {
 
@@ -23,7 +28,7 @@ constexpr const char *g_apcEventName[] = {
 };
 static_assert(std::size(g_apcEventName) == YAML_MAPPING_END_EVENT + 1);
 
-void EventTrace(const yaml_event_t &stEvent) noexcept
+ZRYAML_RARE void EventTrace(const yaml_event_t &stEvent) noexcept
 {
     switch (stEvent.type) {
     case YAML_ALIAS_EVENT:
@@ -38,39 +43,54 @@ void EventTrace(const yaml_event_t &stEvent) noexcept
     }
 }
 
+ZRYAML_RARE uint32_t EventRefuse(uint32_t type) noexcept
+{
+    return YAML_FAIL(YAML_ERR_EVENT, "Unknown parse event. (Event=%u)", type);
+}
+
 } // namespace
 
-uint32_t yaml_EventAnalyze(const yaml_event_t *pstEvent, YamlListNode **ppstCurrNode, uint32_t *puiKeyValueFlag,
-                           uint32_t *puiLastEventType, uint32_t *puiDocumentCount, YamlHandle *pstHandle)
+[[gnu::always_inline]] inline uint32_t zryaml::parse::TreeBuilder::Handle(const yaml_event_t &event,
+                                                                          uint32_t before) noexcept
 {
-    const auto uiType = static_cast<uint32_t>(pstEvent->type);
-    const uint32_t uiLastType = std::exchange(*puiLastEventType, uiType);
-    if (uiType == YAML_NO_EVENT || uiType > YAML_MAPPING_END_EVENT)
-        return YAML_FAIL(YAML_ERR_EVENT, "Unknown parse event. (Event=%u)", uiType);
-    if (DebugSwitch() == 1)
-        EventTrace(*pstEvent);
-    pstHandle->uiLine = static_cast<uint32_t>(pstEvent->start_mark.line + 1);
-    pstHandle->uiColumn = static_cast<uint32_t>(pstEvent->start_mark.column + 1);
-
-    switch (pstEvent->type) {
+    switch (event.type) {
     case YAML_DOCUMENT_START_EVENT:
-        ++*puiDocumentCount;
+        ++documents;
         return YAML_OK;
     case YAML_ALIAS_EVENT:
-        return yaml_AliasProcess(pstEvent, ppstCurrNode, pstHandle, puiKeyValueFlag);
+        return TakeAlias(event);
     case YAML_SCALAR_EVENT:
-        return yaml_ScalarProcess(pstEvent, ppstCurrNode, pstHandle, puiKeyValueFlag, uiLastType);
+        return TakeScalar(event);
     case YAML_SEQUENCE_START_EVENT:
-        return yaml_SeqStartProcess(pstEvent, uiLastType, ppstCurrNode, pstHandle);
+        return Open(SequenceKind, before, event.data.sequence_start.anchor);
     case YAML_SEQUENCE_END_EVENT:
-        return yaml_SeqEndProcess(pstHandle, ppstCurrNode, puiKeyValueFlag);
+        Close(YAML_DATATYPE_SEQ);
+        expected = ExpectKey;
+        return YAML_OK;
     case YAML_MAPPING_START_EVENT:
-        *puiKeyValueFlag = 0;
-        return yaml_MapStartProcess(pstEvent, uiLastType, ppstCurrNode, pstHandle);
+        expected = ExpectKey;
+        return Open(MapKind, before, event.data.mapping_start.anchor);
     case YAML_MAPPING_END_EVENT:
-        yaml_MapEndProcess(pstHandle, ppstCurrNode);
+        Close(YAML_DATATYPE_MAP);
         return YAML_OK;
     default:
         return YAML_OK; // start and end of the stream, end of the document
     }
+}
+
+uint32_t zryaml::parse::TreeBuilder::Take(const yaml_event_t &event) noexcept
+{
+    const uint32_t settled = Settle();
+    if (settled != YAML_OK)
+        return settled;
+    const auto type = static_cast<uint32_t>(event.type);
+    const uint32_t before = std::exchange(lastEvent, type);
+    if (type == YAML_NO_EVENT || type > YAML_MAPPING_END_EVENT)
+        return EventRefuse(type);
+    if (DebugSwitch() == 1)
+        EventTrace(event);
+    handle.uiLine = static_cast<uint32_t>(event.start_mark.line + 1);
+    handle.uiColumn = static_cast<uint32_t>(event.start_mark.column + 1);
+
+    return Handle(event, before);
 }

@@ -1,57 +1,47 @@
 // SPDX-License-Identifier: Apache-2.0
-// The document handle: initialisation, the stack of open collection events, release of a whole document.
+// The document handle: initialisation, and release of a whole document.
+#include "handle.h"
+
+#include "key_search.h"
+#include "node.h"
 #include "node_store.h"
 #include "parse_internal.h"
+
+using namespace zryaml;
+using namespace zryaml::parse;
 
 namespace {
 
 // The whole document goes, so no node is taken out of any list first, and a released one is never looked at again.
-void NodesRelease(YamlHandle &stHandle) noexcept
+void NodesRelease(YamlHandle &handle) noexcept
 {
-    YamlList &stHead = stHandle.stRoot.stAllocLink;
-    for (YamlList *pstLink = stHead.next; pstLink != &stHead;) {
-        YamlListNode &stNode = *NodeOf(pstLink, NodeLink::Alloc);
-        pstLink = pstLink->next;
-        NodeRelease(stNode);
+    YamlList &head = handle.stRoot.stAllocLink;
+    for (YamlList *link = head.next; link != &head;) {
+        YamlListNode &node = *NodeOf(link, NodeLink::Alloc);
+        link = link->next;
+        NodeRelease(node);
     }
 }
 
 } // namespace
 
-uint32_t yaml_CurrEventGet(const YamlHandle *pstHandle)
+void zryaml::parse::HandleInit(YamlHandle &handle) noexcept
 {
-    return pstHandle->uiEventDepth == 0 ? 0 : pstHandle->auiEventStack[pstHandle->uiEventDepth - 1];
-}
-
-void yaml_EventStartSet(YamlHandle *pstHandle, uint32_t uiEventType)
-{
-    if (pstHandle->uiEventDepth < YAML_EVENT_STACK_SIZE)
-        pstHandle->auiEventStack[pstHandle->uiEventDepth++] = uiEventType;
-}
-
-void yaml_EventEndSet(YamlHandle *pstHandle)
-{
-    if (pstHandle->uiEventDepth > 0)
-        pstHandle->auiEventStack[--pstHandle->uiEventDepth] = 0;
-}
-
-void yaml_HandleInit(YamlHandle *pstHandle)
-{
-    YAML_SECURE(memset_s(pstHandle, sizeof(*pstHandle), 0, sizeof(*pstHandle)));
-    yaml_NodeInit(&pstHandle->stRoot);
-    ListInit(pstHandle->stAnchorList);
-    ListInit(pstHandle->stOpenAnchorList);
-    ZRYAML_LimitsGet(&pstHandle->stLimits);
-    if (DebugSwitch() == 1)
-        pstHandle->uiMemSize += static_cast<uint32_t>(sizeof(*pstHandle));
+    YAML_SECURE(memset_s(&handle, sizeof(handle), 0, sizeof(handle)));
+    NodeInit(handle.stRoot);
+    ListInit(handle.stAnchorList);
+    ListInit(handle.stOpenAnchorList);
+    ZRYAML_LimitsGet(&handle.stLimits);
+    MemoryCount(handle, sizeof(handle));
 }
 
 void ZRYAML_HandleFree(YamlHandle *pstHandle)
 {
     if (pstHandle == nullptr)
         return;
-    if (pstHandle->uiOwnBlocks != 0 || pstHandle->uiEventDepth != 0) // an open map may have an index
+    if (pstHandle->uiOwnBlocks != 0)
         NodesRelease(*pstHandle);
+    KeyIndexesRelease(*pstHandle);
     StoreRelease(*pstHandle);
     ZR_MemFree(pstHandle, yaml_MemHandleGet());
 }

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "parse_internal.h"
+#include "text_decoder.h"
 
 #include <yaml.h>
 
@@ -14,35 +15,45 @@ namespace zryaml::parse {
 class InputGuard {
 public:
     // Puts itself in front of the reader that the parser has been given. Must live as long as the parser reads.
-    InputGuard(yaml_parser_t &stParser, const YamlLimits &stLimits) noexcept;
+    InputGuard(yaml_parser_t &parser, const YamlLimits &limits) noexcept;
     InputGuard(const InputGuard &) = delete;
     InputGuard &operator=(const InputGuard &) = delete;
 
     // The code of the refusal, which has been logged; 0 if there was none.
-    [[nodiscard]] uint32_t Refusal() const noexcept { return m_uiRefusal; }
+    [[nodiscard]] uint32_t Refusal() const noexcept { return m_refusal; }
+    // The byte of the source at which the cause of the refusal begins.
+    [[nodiscard]] uint64_t RefusedAt() const noexcept { return m_refusedAt; }
 
 private:
-    static int Read(void *pGuard, unsigned char *pucBuffer, size_t ulSize, size_t *pulRead) noexcept;
-    [[nodiscard]] uint64_t BlanksScan(const unsigned char *pucText, size_t ulLength) noexcept;
-    [[nodiscard]] bool IsBlank(const unsigned char *pucText, size_t ulLength, size_t ulAt) const noexcept;
-    [[nodiscard]] bool IsBlankUnit(const unsigned char *pucText, size_t ulLength, size_t ulAt) const noexcept;
-    void DirectivesScan(const unsigned char *pucText, size_t ulLength) noexcept;
-    [[nodiscard]] const unsigned char *DirectiveSkip(const unsigned char *puc, const unsigned char *pucEnd) noexcept;
-    [[nodiscard]] bool IsLineStart(const unsigned char *pucText, size_t ulAt) const noexcept;
-    [[nodiscard]] uint32_t Check(const unsigned char *pucText, size_t ulLength) noexcept;
+    static int Read(void *guard, unsigned char *buffer, size_t size, size_t *length) noexcept;
+    [[nodiscard]] uint32_t Check(const unsigned char *part, size_t length) noexcept;
+    [[nodiscard]] uint32_t Scan(const unsigned char *part, size_t length) noexcept;
+    [[nodiscard]] size_t StartBefore(const unsigned char *part, size_t at) const noexcept;
+    [[nodiscard]] uint32_t Take(char32_t character, uint64_t end) noexcept;
+    [[nodiscard]] uint32_t BlanksTake(char32_t character, uint64_t begin, uint64_t end) noexcept;
+    [[nodiscard]] uint32_t DirectiveTake(char32_t character, uint64_t begin) noexcept;
+    // Whether the next character matters only if it is a '%'.
+    [[nodiscard]] bool IsIdle() const noexcept
+    {
+        return m_whole && m_blanks == 0 && m_matched == 0 && m_directive == 0;
+    }
 
-    yaml_read_handler_t *m_pfnRead; // libyaml's own
-    void *m_pReadData;
-    const YamlLimits &m_stLimits;
-    uint64_t m_ulBytes = 0;
-    uint64_t m_ulBlanks = 0; // in a row, up to the end of the part before
-    uint32_t m_uiDirectives = 0;
-    uint32_t m_uiRefusal = YAML_OK;
-    size_t m_ulMatched = 0;          // characters of "%TAG" seen
-    size_t m_ulDirective = 0;        // bytes of the directive at hand, 0 outside
-    unsigned char m_ucBefore = '\n'; // the last byte of the part before
-    bool m_bUtf16 = false;
-    bool m_bBigEndian = false;
+    yaml_read_handler_t *m_read; // libyaml's own
+    void *m_readData;
+    const YamlLimits &m_limits;
+    uint32_t m_refusal = YAML_OK;
+    uint64_t m_refusedAt = 0;
+
+    TextDecoder m_decoder;
+    uint64_t m_bytes = 0;   // of all parts before
+    uint64_t m_end = 0;     // of the last character
+    bool m_whole = false;   // no character is in progress
+    char32_t m_last = '\n'; // the last character
+    uint64_t m_blanks = 0;  // bytes of the run of blanks that goes on
+    uint32_t m_directives = 0;
+    uint64_t m_directiveAt = 0;
+    size_t m_matched = 0;   // characters of "%TAG" that have come
+    size_t m_directive = 0; // characters of the directive that goes on; 0 outside of one
 };
 
 } // namespace zryaml::parse

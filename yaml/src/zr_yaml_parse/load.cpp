@@ -1,24 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
-// Loading a file or a text: path, file and handle, then libyaml's event parser event by event. Whatever the way out,
-// the file is closed, the parser deleted and the anchor records released; a failed load leaves nothing behind.
+// Loading a file or a text: source and handle, then libyaml's event parser event by event. Whatever the way out, the
+// source is closed, the parser deleted and the anchor records released; a failed load leaves nothing behind.
+#include "../document_load.h"
+#include "handle.h"
 #include "input_guard.h"
 #include "load_explain.h"
 #include "node_store.h"
 #include "parse_internal.h"
+#include "tree_builder.h"
 
-#include <cerrno>
-#include <climits>
-#include <cstdlib>
+#include <algorithm>
 #include <cstring>
-#include <memory>
-#include <utility>
+
+using namespace zryaml;
+using namespace zryaml::parse;
 
 namespace {
-
-struct FileClose {
-    void operator()(FILE *pstFile) const noexcept { (void)fclose(pstFile); }
-};
-using FilePtr = std::unique_ptr<FILE, FileClose>;
 
 struct Parser { // deleted however the loop is left
     yaml_parser_t stRaw;
@@ -47,77 +44,58 @@ struct Event { // emptied after each use, and however the loop is left
     Event &operator=(const Event &) = delete;
 };
 
-struct ParseState {
-    YamlListNode *pstCurrNode;
-    uint32_t uiKeyValueFlag = 2; // a key is expected
-    uint32_t uiLastEventType = 0;
-    uint32_t uiDocumentCount = 0;
-};
-
-// Handles one event; a second document fails the load after its start has been handled.
-uint32_t EventHandle(const yaml_event_t &stEvent, ParseState &stState, YamlHandle &stHandle) noexcept
+// Completes the error record of an event that was refused, or that begins a second document.
+uint32_t EventRefuse(const TreeBuilder &stBuilder, uint32_t uiResult, const Source &stSource) noexcept
 {
-    const uint32_t uiResult = yaml_EventAnalyze(&stEvent, &stState.pstCurrNode, &stState.uiKeyValueFlag,
-                                                &stState.uiLastEventType, &stState.uiDocumentCount, &stHandle);
-    if (stState.uiDocumentCount <= 1)
-        return uiResult;
-    const uint32_t uiCode =
-        YAML_FAIL(YAML_ERR_PARSE, "There are more than one document signs in file which is not support.");
-    ErrorHintAdd("a file holds one document: a second '---' begins another");
-    return uiCode;
+    const YamlHandle &stHandle = stBuilder.handle;
+    if (stBuilder.documents > 1) // whatever its start has come to
+        uiResult = YAML_FAIL(YAML_ERR_PARSE, "There are more than one document signs in file which is not support.");
+    if (uiResult == YAML_ERR_EVENT)
+        RefusalExplain(stSource, {stHandle.uiLine, stHandle.uiColumn}, stHandle.uiEventDepth == 0);
+    ErrorPlaceAdd(stHandle.uiLine, stHandle.uiColumn);
+    return uiResult;
+}
+
+// Says why there is no event: the guard has refused, a key that is held is wrong, or what libyaml says.
+uint32_t ParseRefuse(const yaml_parser_t &stParser, const InputGuard &stGuard, TreeBuilder &stBuilder,
+                     const Source &stSource) noexcept
+{
+    if (stGuard.Refusal() != YAML_OK) {
+        OffsetExplain(stSource, stGuard.RefusedAt());
+        return stGuard.Refusal();
+    }
+    const uint32_t uiSettled = stBuilder.Settle();
+    if (uiSettled != YAML_OK)
+        return EventRefuse(stBuilder, uiSettled, stSource);
+    yaml_ParseErrProcess(&stParser);
+    ParseErrorExplain(stParser, stSource);
+    return YAML_ERR_PARSE;
 }
 
 uint32_t EventsParse(yaml_parser_t &stParser, const Source &stSource, YamlHandle &stHandle) noexcept
 {
     const InputGuard stGuard(stParser, stHandle.stLimits);
-    ParseState stState = {&stHandle.stRoot};
+    TreeBuilder stBuilder = {stHandle, &stHandle.stRoot};
+    stBuilder.mayHold = true;
     for (Event stEvent;; yaml_event_delete(&stEvent.stRaw)) {
-        if (yaml_parser_parse(&stParser, &stEvent.stRaw) == 0) {
-            if (stGuard.Refusal() != YAML_OK)
-                return stGuard.Refusal();
-            yaml_ParseErrProcess(&stParser);
-            ParseErrorExplain(stParser, stSource);
-            return YAML_ERR_PARSE;
-        }
+        if (yaml_parser_parse(&stParser, &stEvent.stRaw) == 0)
+            return ParseRefuse(stParser, stGuard, stBuilder, stSource);
         const bool bEnd = stEvent.stRaw.type == YAML_STREAM_END_EVENT;
-        const uint32_t uiResult = EventHandle(stEvent.stRaw, stState, stHandle);
-        if (uiResult != YAML_OK)
-            ErrorPlaceAdd(stHandle.uiLine, stHandle.uiColumn);
-        if (uiResult != YAML_OK || bEnd)
-            return uiResult;
+        const uint32_t uiResult = stBuilder.Take(stEvent.stRaw);
+        if (uiResult != YAML_OK || stBuilder.documents > 1)
+            return EventRefuse(stBuilder, uiResult, stSource);
+        if (bEnd)
+            return YAML_OK;
     }
 }
 
-uint32_t SourceParse(const Source &stSource, YamlHandle &stHandle) noexcept
+uint32_t SourceParse(Source &stSource, YamlHandle &stHandle) noexcept
 {
     Parser stParser;
     if (!stParser.bReady)
         return YAML_FAIL(YAML_ERR_PARSER_INIT, "Could not initialize the parser object.");
-    if (stSource.pstFile != nullptr)
-        yaml_parser_set_input_file(&stParser.stRaw, stSource.pstFile);
-    else
-        yaml_parser_set_input_string(&stParser.stRaw, reinterpret_cast<const unsigned char *>(stSource.svText.data()),
-                                     stSource.svText.size());
+    stSource.Feed(stParser.stRaw);
     return EventsParse(stParser.stRaw, stSource, stHandle);
-}
-
-FilePtr FileOpen(const char *pcPath) noexcept
-{
-    char acRealPath[PATH_MAX];
-    acRealPath[0] = '\0';
-    if (realpath(pcPath, acRealPath) == nullptr) {
-        const int iError = errno; // a log may change it
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "Failed to get real path. (InputFile=%s)", pcPath);
-        ErrorHintAdd("%s", strerrordesc_np(iError));
-        return nullptr;
-    }
-    FilePtr pstFile(fopen(acRealPath, "r"));
-    if (pstFile == nullptr) {
-        const int iError = errno;
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_OPEN, "Failed to open the file. (File=%s)", pcPath);
-        ErrorHintAdd("%s", strerrordesc_np(iError));
-    }
-    return pstFile;
 }
 
 // An empty document that remembers its name right behind its record.
@@ -130,24 +108,25 @@ YamlHandle *HandleAlloc(const char *pcName) noexcept
         return nullptr;
     }
     auto *pstHandle = static_cast<YamlHandle *>(pBlock);
-    yaml_HandleInit(pstHandle);
+    HandleInit(*pstHandle);
     pstHandle->pcName = static_cast<const char *>(memcpy(pstHandle + 1, pcName, strlen(pcName) + 1));
     return pstHandle;
 }
 
-// Builds the document of a source, which is given back as soon as it is read.
-YamlHandle *DocumentLoad(Source stSource, FilePtr pstFile, const char *pcName) noexcept
+// Builds the document of a source.
+YamlHandle *DocumentLoad(Source &stSource, const char *pcName, const LoadSettings &stSettings) noexcept
 {
     YamlHandle *pstHandle = HandleAlloc(pcName);
     if (pstHandle == nullptr)
         return nullptr;
+    pstHandle->uiNodeState = stSettings.nodeState;
+    pstHandle->uiLoadFlags = stSettings.flags;
+    pstHandle->stLimits.uiDepth -= std::min(stSettings.depthUsed, pstHandle->stLimits.uiDepth);
     struct timespec stStart = {};
     yaml_StartPoint(&stStart);
     StoreOpen(*pstHandle);
-    const uint32_t uiResult =
-        stSource.pstFile != nullptr ? yaml_FileParse(stSource.pstFile, pstHandle) : SourceParse(stSource, *pstHandle);
-    pstFile.reset();
-    yaml_AnchorListRealse(pstHandle);
+    const uint32_t uiResult = SourceParse(stSource, *pstHandle);
+    AnchorsRelease(*pstHandle);
     StoreClose(*pstHandle);
     if (uiResult == YAML_OK && pstHandle->auiEventStack[0] == 0) {
         yaml_ParseElapseTimeGet(pstHandle, &stStart);
@@ -162,38 +141,66 @@ YamlHandle *DocumentLoad(Source stSource, FilePtr pstFile, const char *pcName) n
 
 uint32_t yaml_FileParse(FILE *pstFile, YamlHandle *pstHandle)
 {
-    return SourceParse({pstFile, {}}, *pstHandle);
+    Source stSource(pstFile);
+    return SourceParse(stSource, *pstHandle);
+}
+
+YamlHandle *zryaml::DocumentOfFile(const char *path, const LoadSettings &settings) noexcept
+{
+    ErrorClear();
+    YamlHandle *handle = nullptr;
+    if (yaml_MemInit() == YAML_OK) {
+        Source source(path);
+        if (source.IsOpen())
+            handle = DocumentLoad(source, path, settings);
+    }
+    ErrorFileAdd(path);
+    return handle;
+}
+
+YamlHandle *zryaml::DocumentOfText(std::string_view text, const char *name, const LoadSettings &settings) noexcept
+{
+    ErrorClear();
+    YamlHandle *handle = nullptr;
+    if (yaml_MemInit() == YAML_OK) {
+        Source source(text);
+        handle = DocumentLoad(source, name, settings);
+    }
+    ErrorFileAdd(name);
+    return handle;
+}
+
+YamlHandle *zryaml::DocumentOpen(const char *name) noexcept
+{
+    YamlHandle *handle = yaml_MemInit() == YAML_OK ? HandleAlloc(name) : nullptr;
+    if (handle != nullptr)
+        StoreOpen(*handle);
+    return handle;
+}
+
+void zryaml::DocumentClose(YamlHandle &handle) noexcept
+{
+    StoreClose(handle);
 }
 
 YamlHandle *ZRYAML_FileLoad(const char *pcPath)
 {
+    if (pcPath != nullptr)
+        return DocumentOfFile(pcPath, {});
     ErrorClear();
-    if (pcPath == nullptr) {
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is null.");
-        return nullptr;
-    }
-    YamlHandle *pstHandle = nullptr;
-    if (yaml_MemInit() == YAML_OK) {
-        FilePtr pstFile = FileOpen(pcPath);
-        FILE *pstRaw = pstFile.get();
-        if (pstRaw != nullptr)
-            pstHandle = DocumentLoad({pstRaw, {}}, std::move(pstFile), pcPath);
-    }
-    ErrorFileAdd(pcPath);
-    return pstHandle;
+    YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is null.");
+    return nullptr;
 }
 
 YamlHandle *ZRYAML_TextLoad(const char *pcText, size_t ulLength, const char *pcName)
 {
-    ErrorClear();
     const char *pcKnownAs = pcName != nullptr ? pcName : "";
-    YamlHandle *pstHandle = nullptr;
-    if (pcText == nullptr && ulLength != 0)
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is null.");
-    else if (yaml_MemInit() == YAML_OK)
-        pstHandle = DocumentLoad({nullptr, {ulLength != 0 ? pcText : "", ulLength}}, nullptr, pcKnownAs);
+    if (pcText != nullptr || ulLength == 0)
+        return DocumentOfText({ulLength != 0 ? pcText : "", ulLength}, pcKnownAs, {});
+    ErrorClear();
+    YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is null.");
     ErrorFileAdd(pcKnownAs);
-    return pstHandle;
+    return nullptr;
 }
 
 const char *ZRYAML_NameGet(const YamlHandle *pstHandle)

@@ -1,254 +1,262 @@
 // SPDX-License-Identifier: Apache-2.0
-// A table of what libyaml says, with a function each that knows the usual mistake behind it.
+// The table of what libyaml's scanner and parser can say, and what its reader says. A row knows the usual mistakes
+// behind a problem, and has a sentence for when it is none of them.
 #include "load_explain.h"
-#include "parse_internal.h"
-#include "source_reader.h"
 
-#include <algorithm>
+#include "../report.h"
+#include "syntax_cause.h"
+
+#include <cerrno>
+#include <climits>
 #include <cstring>
-#include <sys/stat.h>
+#include <iterator>
+#include <unistd.h>
 
 namespace {
 
-struct Place { // 1-based
-    uint32_t uiLine, uiColumn;
+using namespace zryaml;
+using namespace zryaml::parse;
+
+struct Row { // holds for problems whose texts contain both of its own
+    const char *context;
+    const char *problem;
+    CauseTell causes[4];
+    enum { AtProblem, AtOpened } place = AtProblem;
+    const char *sentence = nullptr; // NULL: a later row may know
+    const char *hint = "";
 };
 
-Place PlaceOf(const yaml_mark_t &stMark) noexcept
-{
-    return {static_cast<uint32_t>(stMark.line + 1), static_cast<uint32_t>(stMark.column + 1)};
-}
+constexpr const char *TwoVersions = "a file holds one document, which is one map or one sequence";
+constexpr const char *TagForm = "write it like %TAG !e! tag:example.com,2000:";
+constexpr const char *YamlForm = "write %YAML 1.1, or remove the line";
 
-void PlaceAdd(const Place &stPlace) noexcept
-{
-    ErrorPlaceAdd(stPlace.uiLine, stPlace.uiColumn);
-}
-
-// Counts lines and columns as libyaml does, for UTF-8.
-class PlaceCounter {
-public:
-    void Take(int iByte) noexcept
-    {
-        const bool bNewline = iByte == '\n';
-        const bool bNel = m_iLast == 0xC2 && iByte == 0x85;
-        const bool bSeparator = m_iBeforeLast == 0xE2 && m_iLast == 0x80 && (iByte == 0xA8 || iByte == 0xA9);
-        if (iByte == '\r' || (bNewline && m_iLast != '\r') || bNel || bSeparator) {
-            m_stPlace = {m_stPlace.uiLine + 1, 1};
-        } else if (!bNewline && (static_cast<unsigned>(iByte) & 0xC0U) != 0x80U) {
-            m_stLastChar = m_stPlace;
-            ++m_stPlace.uiColumn;
-        }
-        m_iBeforeLast = m_iLast;
-        m_iLast = iByte;
-    }
-    [[nodiscard]] Place At() const noexcept { return m_stPlace; }
-    // The place of the last character that has begun.
-    [[nodiscard]] Place LastChar() const noexcept { return m_stLastChar; }
-
-private:
-    Place m_stPlace = {1, 1};
-    Place m_stLastChar = {1, 1};
-    int m_iLast = 0;
-    int m_iBeforeLast = 0;
+constexpr Row Rows[] = {
+    {"", "", {ConflictTell, TemplateTell}},
+    // Scalars
+    {"quoted scalar", "end of stream", {OpenQuoteTell}},
+    {"quoted scalar", "document indicator", {OpenQuoteTell}},
+    {"quoted scalar",
+     "",
+     {TabTell, EscapeTell},
+     Row::AtProblem,
+     "this is no character that can be written with '\\'",
+     ""},
+    {"plain scalar", "unexpected ':'", {}, Row::AtProblem, "a space is missing after this ':'", "write ': '"},
+    {"block scalar",
+     "comment or line break",
+     {},
+     Row::AtOpened,
+     "a block of text begins on the line below its '|' or '>'",
+     "put the text below, indented; quote a text that begins with '|' or '>'"},
+    {"block scalar",
+     "equal to 0",
+     {},
+     Row::AtProblem,
+     "a block of text cannot be indented by 0",
+     "write 1 to 9, or leave the number out"},
+    {"", "tab character", {TabTell}, Row::AtProblem, "a tab cannot stand here", "use spaces"},
+    {"",
+     "cannot start any token",
+     {TabTell, SpecialStartTell},
+     Row::AtProblem,
+     "a text cannot begin like this",
+     "put the text in quotes"},
+    // Aliases, anchors, tags
+    {"scanning an alias",
+     "",
+     {SpecialStartTell},
+     Row::AtOpened,
+     "an alias needs a name",
+     "quote the text if it is none"},
+    {"scanning an anchor",
+     "",
+     {SpecialStartTell},
+     Row::AtOpened,
+     "an anchor needs a name",
+     "quote the text if it is none"},
+    {"",
+     "undefined tag handle",
+     {},
+     Row::AtProblem,
+     "the handle of this tag is not declared",
+     "declare it with %TAG, or quote the text if it is no tag"},
+    // Keys
+    {"simple key",
+     "expected ':'",
+     {LongKeyTell, NoKeyTell},
+     Row::AtOpened,
+     "this is neither 'key: value' nor '- element'",
+     "a key needs ': ' behind it, and a line that continues a text must be indented"},
+    {"", "mapping values are not allowed", {SecondColonTell, BelowTextTell}},
+    {"",
+     "mapping keys are not allowed",
+     {},
+     Row::AtProblem,
+     "'?' begins a key, and none can stand here",
+     "quote a text that begins with '? '"},
+    {"",
+     "block sequence entries are not allowed",
+     {OpenBracketTell},
+     Row::AtProblem,
+     "an element of a sequence cannot stand here",
+     "begin the sequence on a line of its own, or quote a text that begins with '- '"},
+    // Collections
+    {"parsing a flow",
+     "expected ','",
+     {AfterValueTell, OpenBracketTell, CommaTell},
+     Row::AtProblem,
+     "a ',' or a closing bracket is missing before this",
+     ""},
+    {"flow node", "node content", {OpenBracketTell, NoValueTell}, Row::AtProblem, "a value is missing here", ""},
+    {"node", "node content", {StrayBracketTell, NoValueTell}, Row::AtProblem, "a value is missing here", ""},
+    {"parsing a block",
+     "did not find expected",
+     {StrayBracketTell, IndentTell, AfterValueTell},
+     Row::AtProblem,
+     "this does not go on with what stands before it",
+     "look at the indentation, and for a quote or bracket left open"},
+    // Directives and documents
+    {"",
+     "<document start>",
+     {MarkerTell, StrayBracketTell, NoKeyTell, AfterValueTell},
+     Row::AtProblem,
+     "the document ends before this",
+     TwoVersions},
+    {"", "incompatible YAML", {}, Row::AtProblem, "the file says that it is neither YAML 1.1 nor 1.2", YamlForm},
+    {"", "duplicate %YAML", {}, Row::AtProblem, "there is a second %YAML directive", "remove one of them"},
+    {"",
+     "duplicate %TAG",
+     {},
+     Row::AtProblem,
+     "the handle of this %TAG directive is declared twice",
+     "remove one of them"},
+    {"%YAML directive", "", {}, Row::AtOpened, "this %YAML directive has no version such as 1.1", YamlForm},
+    {"%TAG directive", "", {}, Row::AtOpened, "a %TAG directive has a handle and a prefix", TagForm},
+    {"tag directive", "", {}, Row::AtOpened, "a %TAG directive has a handle and a prefix", TagForm},
+    {"scanning a directive", "line break", {}, Row::AtProblem, "the directive must end with its line", ""},
+    {"scanning a directive",
+     "",
+     {},
+     Row::AtOpened,
+     "there is no such directive",
+     "only %YAML and %TAG can begin a line with '%'; quote a text that begins with it"},
+    {" a tag", "", {SpecialStartTell}, Row::AtOpened, "this is no valid tag", "quote the text if it is none"},
 };
 
-struct LineText { // the beginning of one line
-    char acText[512];
-    [[nodiscard]] std::string_view View() const noexcept { return acText; }
-};
-
-LineText LineRead(const Source &stSource, uint32_t uiLine) noexcept
+Place PlaceOf(const yaml_mark_t &mark) noexcept
 {
-    LineText stLine = {};
-    size_t ulLength = 0;
-    SourceReader stReader(stSource);
-    PlaceCounter stCounter;
-    for (int iByte = stReader.Next(); iByte != EOF && stCounter.At().uiLine <= uiLine; iByte = stReader.Next()) {
-        const bool bWanted = stCounter.At().uiLine == uiLine && iByte != '\r' && iByte != '\n';
-        if (bWanted && ulLength + 1 < sizeof(stLine.acText))
-            stLine.acText[ulLength++] = static_cast<char>(iByte);
-        stCounter.Take(iByte);
+    return {static_cast<uint32_t>(mark.line + 1), static_cast<uint32_t>(mark.column + 1)};
+}
+
+// What the problem is in: what libyaml names, else the collection that it was parsing.
+Place OpenedOf(const yaml_parser_t &parser) noexcept
+{
+    const bool named = parser.context != nullptr && strstr(parser.context, "flow node") == nullptr;
+    if (named || (parser.context == nullptr && parser.flow_level == 0))
+        return named ? PlaceOf(parser.context_mark) : Place{};
+    return parser.marks.top != parser.marks.start ? PlaceOf(parser.marks.top[-1]) : Place{};
+}
+
+bool RowTell(const Row &row, const Scene &scene) noexcept
+{
+    for (const CauseTell tell : row.causes) {
+        if (tell != nullptr && tell(scene))
+            return true;
     }
-    return stLine;
-}
-
-constexpr bool IsCharStart(char cByte) noexcept
-{
-    return (static_cast<unsigned char>(cByte) & 0xC0U) != 0x80U;
-}
-
-// The first characters of a text; substr could throw, and the library has nothing to throw with.
-std::string_view First(std::string_view svText, size_t ulBytes) noexcept
-{
-    return {svText.data(), std::min(ulBytes, svText.size())};
-}
-
-// The rest of a line from a column on, which counts characters from 1.
-std::string_view TextFrom(std::string_view svLine, uint32_t uiColumn) noexcept
-{
-    size_t ulAt = 0;
-    for (; ulAt < svLine.size(); ++ulAt) {
-        if (IsCharStart(svLine[ulAt]) && --uiColumn == 0)
-            break;
-    }
-    svLine.remove_prefix(ulAt);
-    return svLine;
-}
-
-uint32_t ColumnOf(std::string_view svLine, size_t ulAt) noexcept
-{
-    return static_cast<uint32_t>(std::ranges::count_if(First(svLine, ulAt + 1), IsCharStart));
-}
-
-// The column of a ':' outside quotes with no space behind it, where one was probably meant; 0 if there is none.
-uint32_t TightColon(std::string_view svLine) noexcept
-{
-    const size_t ulColon = First(svLine, svLine.find_first_of("#'\"")).find(':');
-    if (ulColon == std::string_view::npos || ulColon == 0 || ulColon + 1 == svLine.size())
-        return 0;
-    const char cNext = svLine[ulColon + 1];
-    return cNext == ' ' || cNext == '\t' || cNext == '/' ? 0 : ColumnOf(svLine, ulColon);
-}
-
-bool TightColonExplain(const Source &stSource, uint32_t uiLine) noexcept
-{
-    const uint32_t uiColon = uiLine == 0 ? 0 : TightColon(LineRead(stSource, uiLine).View());
-    if (uiColon == 0)
+    if (row.sentence == nullptr)
         return false;
-    ErrorPlaceAdd(uiLine, uiColon);
-    ErrorHintAdd("a space is missing after this ':'");
+    const Place &place = row.place == Row::AtOpened ? scene.opened : scene.problem;
+    ErrorPlaceAdd(place.line, place.column);
+    ErrorSentence("%s", row.sentence);
+    ErrorHintAdd("%s", row.hint);
     return true;
 }
 
-void BadCharExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+void SyntaxExplain(const yaml_parser_t &parser, const Source &source) noexcept
 {
-    const Place stPlace = PlaceOf(stParser.problem_mark);
-    const LineText stLine = LineRead(stSource, stPlace.uiLine);
-    const std::string_view svRest = TextFrom(stLine.View(), stPlace.uiColumn);
-    PlaceAdd(stPlace);
-    if (svRest.starts_with('\t'))
-        ErrorHintAdd("a tab cannot stand here: indent with spaces");
-    else if (!svRest.empty())
-        ErrorHintAdd("a text that begins with '%c' must be quoted", svRest.front());
-}
-
-void TabExplain(const yaml_parser_t &stParser, const Source &) noexcept
-{
-    PlaceAdd(PlaceOf(stParser.problem_mark));
-    ErrorHintAdd("a tab cannot stand here: indent with spaces");
-}
-
-void QuoteExplain(const yaml_parser_t &stParser, const Source &) noexcept
-{
-    PlaceAdd(PlaceOf(stParser.context_mark));
-    ErrorHintAdd("the quote that is opened here is not closed");
-}
-
-void SimpleKeyExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
-{
-    const Place stPlace = PlaceOf(stParser.context_mark);
-    if (TightColonExplain(stSource, stPlace.uiLine))
-        return;
-    PlaceAdd(stPlace);
-    ErrorHintAdd("this is neither 'key: value' nor '- item'");
-}
-
-void SecondValueExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
-{
-    const Place stPlace = PlaceOf(stParser.problem_mark);
-    const LineText stLine = LineRead(stSource, stPlace.uiLine);
-    const std::string_view svRest = TextFrom(stLine.View(), stPlace.uiColumn);
-    const std::string_view svBefore = First(stLine.View(), stLine.View().size() - svRest.size());
-    const bool bSeen = stLine.View().size() + 1 < sizeof(stLine.acText);
-    const bool bSecond = !bSeen || svBefore.find(": ") != svBefore.npos || svBefore.find(":\t") != svBefore.npos;
-    if (!bSecond && TightColonExplain(stSource, stPlace.uiLine - 1))
-        return;
-    PlaceAdd(stPlace);
-    if (bSecond)
-        ErrorHintAdd("a second ': ' in one value: quote the value, or put the inner key on its own line");
-    else
-        ErrorHintAdd("no key can stand below a text: look at the indentation, and whether a ':' is missing before");
-}
-
-void NodeExplain(const yaml_parser_t &stParser, const Source &) noexcept
-{
-    PlaceAdd(PlaceOf(stParser.problem_mark));
-    ErrorHintAdd("no value can begin here: is there a ',' or bracket too many, or a bracket that is not closed?");
-}
-
-void FlowExplain(const yaml_parser_t &stParser, const Source &) noexcept
-{
-    const Place stOpened = PlaceOf(stParser.context_mark);
-    const Place stProblem = PlaceOf(stParser.problem_mark);
-    PlaceAdd(stOpened.uiLine == stProblem.uiLine ? stProblem : stOpened);
-    ErrorHintAdd("the bracket opened at line %u, column %u is not closed, or a ',' is missing", stOpened.uiLine,
-                 stOpened.uiColumn);
-}
-
-void BlockExplain(const yaml_parser_t &stParser, const Source &) noexcept
-{
-    const Place stOpened = PlaceOf(stParser.context_mark);
-    PlaceAdd(PlaceOf(stParser.problem_mark));
-    ErrorHintAdd("this does not line up with what begins at line %u, column %u: look at the indentation, and in front "
-                 "of it for a quote or bracket",
-                 stOpened.uiLine, stOpened.uiColumn);
-}
-
-struct Explanation { // an entry explains a problem whose texts contain both of its own
-    const char *pcContext;
-    const char *pcProblem;
-    void (*pfnExplain)(const yaml_parser_t &, const Source &);
-};
-constexpr Explanation g_astExplanation[] = {
-    {"", "cannot start any token", BadCharExplain},
-    {"", "tab character", TabExplain},
-    {"while scanning a quoted scalar", "found unexpected", QuoteExplain},
-    {"while scanning a simple key", "could not find expected ':'", SimpleKeyExplain},
-    {"", "mapping values are not allowed", SecondValueExplain},
-    {" node", "did not find expected", NodeExplain},
-    {"while parsing a flow", "did not find expected", FlowExplain},
-    {"while parsing a block", "did not find expected", BlockExplain},
-};
-
-void SyntaxExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
-{
-    const char *pcContext = stParser.context != nullptr ? stParser.context : "";
-    for (const Explanation &stEntry : g_astExplanation) {
-        if (strstr(pcContext, stEntry.pcContext) != nullptr && strstr(stParser.problem, stEntry.pcProblem) != nullptr)
-            return stEntry.pfnExplain(stParser, stSource);
+    const Scene scene(source, PlaceOf(parser.problem_mark), OpenedOf(parser));
+    const char *context = parser.context != nullptr ? parser.context : "";
+    for (const Row &row : Rows) {
+        if (strstr(context, row.context) != nullptr && strstr(parser.problem, row.problem) != nullptr &&
+            RowTell(row, scene))
+            return;
     }
-    PlaceAdd(PlaceOf(stParser.problem_mark));
+    ErrorPlaceAdd(scene.problem.line, scene.problem.column);
+    ErrorSentence("%s", parser.problem);
 }
 
 // The reader is ahead of the scanner, so its place is counted from the bytes.
-void ReaderExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+void ReaderExplain(const yaml_parser_t &parser, const Source &source) noexcept
 {
-    struct stat stStatus = {};
-    if (stSource.pstFile != nullptr && fstat(fileno(stSource.pstFile), &stStatus) == 0 && S_ISDIR(stStatus.st_mode))
-        return ErrorHintAdd("this is a folder, not a file");
-    if (strcmp(stParser.problem, "input error") == 0)
-        return ErrorHintAdd("the file cannot be read to its end");
-    SourceReader stReader(stSource);
-    PlaceCounter stCounter;
-    int iByte = 0;
-    for (; stReader.At() < stParser.problem_offset && iByte != EOF; stCounter.Take(iByte))
-        iByte = stReader.Next();
-    const bool bInsideChar =
-        strstr(stParser.problem, "trailing") != nullptr || strncmp(stParser.problem, "expected low", 12) == 0;
-    if (iByte != EOF) // it could be read again
-        PlaceAdd(bInsideChar ? stCounter.LastChar() : stCounter.At());
-    if (strstr(stParser.problem, "control characters") != nullptr)
-        ErrorHintAdd("a control character cannot stand here");
-    else
-        ErrorHintAdd("these bytes are no character: save the file as UTF-8");
+    const bool control = strstr(parser.problem, "control characters") != nullptr;
+    if (source.IsFolder()) {
+        ErrorSentence("this is a folder, not a file");
+        ErrorHintAdd("name a file in it");
+        return;
+    }
+    if (strcmp(parser.problem, "input error") == 0) {
+        ErrorSentence("the file cannot be read to its end");
+        return;
+    }
+    OffsetExplain(source, parser.problem_offset);
+    if (control) {
+        ErrorSentence("the control character U+%04X cannot stand in a file",
+                      static_cast<unsigned>(parser.problem_value));
+        ErrorHintAdd(parser.problem_value == 0 ? "save the file as UTF-8"
+                                               : "remove it, or write it as '\\x..' in double quotes");
+    } else {
+        ErrorSentence("these bytes are not a character of UTF-8 or UTF-16");
+        ErrorHintAdd("save the file as UTF-8");
+    }
 }
 
 } // namespace
 
-void zryaml::parse::ParseErrorExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept
+void zryaml::parse::OpenErrorExplain(const char *path, int openError) noexcept
 {
-    if (stParser.error == YAML_READER_ERROR)
-        ReaderExplain(stParser, stSource);
-    else if (stParser.error == YAML_SCANNER_ERROR || stParser.error == YAML_PARSER_ERROR)
-        SyntaxExplain(stParser, stSource);
+    char folder[PATH_MAX];
+    switch (openError) {
+    case ENOENT:
+        ErrorSentence("no such file");
+        if (path[0] == '\0')
+            ErrorHintAdd("the path is empty");
+        else if (path[0] != '/' && getcwd(folder, sizeof(folder)) != nullptr)
+            ErrorHintAdd("the path is taken from the folder '%s'", folder);
+        break;
+    case ENOTDIR:
+        ErrorSentence("no such file");
+        ErrorHintAdd("what the path goes through is a file, not a folder");
+        break;
+    case EACCES:
+        ErrorSentence("the file may not be read");
+        ErrorHintAdd("the user who runs the program needs the right to read it and to enter its folders");
+        break;
+    default:
+        ErrorSentence("the file cannot be opened: %s", strerrordesc_np(openError));
+    }
+}
+
+void zryaml::parse::ParseErrorExplain(const yaml_parser_t &parser, const Source &source) noexcept
+{
+    if (parser.error == YAML_READER_ERROR)
+        ReaderExplain(parser, source);
+    else if (parser.error == YAML_SCANNER_ERROR || parser.error == YAML_PARSER_ERROR)
+        SyntaxExplain(parser, source);
+}
+
+void zryaml::parse::OffsetExplain(const Source &source, uint64_t offset) noexcept
+{
+    SourceReader reader(source, offset);
+    PlaceCounter counter;
+    for (char32_t next = reader.Next(); next != SourceReader::End; next = reader.Next())
+        counter.Take(next);
+    if (reader.At() == offset) // it could be read again
+        ErrorPlaceAdd(counter.At().line, counter.At().column);
+}
+
+void zryaml::parse::RefusalExplain(const Source &source, const Place &place, bool isDocument) noexcept
+{
+    const Scene scene(source, place, {});
+    if (!ConflictTell(scene) && !TemplateTell(scene) && isDocument)
+        (void)NoKeyTell(scene);
 }

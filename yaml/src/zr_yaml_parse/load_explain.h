@@ -3,18 +3,20 @@
 // message often points at the place where it gave up instead. Nothing here runs for a load that succeeds.
 #pragma once
 
-#include <cstdio>
-#include <string_view>
-#include <yaml.h>
+#include "source.h"
+#include "text_decoder.h"
 
 namespace zryaml::parse {
 
-struct Source { // what is being loaded: a file, or a text in memory
-    FILE *pstFile;
-    std::string_view svText;
-};
+// Each adds place, sentence and hint to the error record, as far as it knows better than what is there.
 
-// Adds place and hint of a failed parse call to the error record.
-void ParseErrorExplain(const yaml_parser_t &stParser, const Source &stSource) noexcept;
+// Of a file that could not be opened, by errno.
+void OpenErrorExplain(const char *path, int openError) noexcept;
+// Of a failed parse call.
+void ParseErrorExplain(const yaml_parser_t &parser, const Source &source) noexcept;
+// Of what begins at a byte of the source: its place alone.
+void OffsetExplain(const Source &source, uint64_t offset) noexcept;
+// Of a construct that the library itself refuses; whether it is the whole document.
+void RefusalExplain(const Source &source, const Place &place, bool isDocument) noexcept;
 
 } // namespace zryaml::parse

@@ -1,169 +1,166 @@
 // SPDX-License-Identifier: Apache-2.0
 // The keys of one map: insertion of a key read from the file, the test for a repeated one, and the value of a key that
-// overrides a merged one. A map with many keys has an index of them by text while it is open.
-//
-// Invariant of the index: for each text it holds the merged key, if there is one, else the written one; and a merged
-// key and the written key that overrides it name each other in pstSameKey.
+// overrides a merged one.
+#include "map_key.h"
+
+#include "node.h"
 #include "parse_internal.h"
-#include "text_index.h"
+
+#include <utility>
+
+namespace zryaml::parse {
 
 namespace {
 
-const char *KeyText(const YamlListNode &stKey) noexcept
+// The last key of a map, or NULL.
+YamlListNode *LastKey(YamlListNode &map) noexcept
 {
-    return stKey.pcValue;
+    return HasChildren(map) ? NodeOf(map.stChildList.prev, ChildLinkOf(map)) : nullptr;
 }
 
-constexpr uint32_t IndexFromKeys = 16; // up to here a walk over the keys is the faster search
-
-// The key of the map that the current node is or hangs below; the last key when it is the map itself.
-YamlListNode *KeyBefore(YamlListNode &stMap, YamlListNode &stCurrNode) noexcept
+ZRYAML_RARE uint32_t FatherMissing() noexcept
 {
-    if (&stCurrNode == &stMap)
-        return HasChildren(stMap) ? NodeOf(stMap.stChildList.prev, ChildLinkOf(stMap)) : nullptr;
-    YamlListNode *pstNode = &stCurrNode;
-    while (pstNode->pstFather != &stMap)
-        pstNode = pstNode->pstFather;
-    return pstNode;
+    return YAML_FAIL(YAML_ERR_PARSE, "The father node is NULL.");
+}
+
+ZRYAML_RARE uint32_t KeyRepeatRefuse(const YamlListNode &key, const YamlListNode &first) noexcept
+{
+    const uint32_t code = YAML_FAIL(YAML_ERR_SAME, "There is a same scalar in this list. (Scalar=%s)", key.pcValue);
+    ErrorFirstPlaceAdd(first.uiLine, first.uiColumn);
+    return code;
+}
+
+// Marks a key that overrides a merged one.
+ZRYAML_RARE void KeyMark(YamlListNode &key, YamlListNode &merged) noexcept
+{
+    YAML_NOTE(YAML_ERR_SAME, "There is a same scalar in alias list. (Scalar=%s)", key.pcValue);
+    key.uiSameWithAnchor = 1;
+    key.uPrivate.pstSameKey = &merged;
+    merged.uPrivate.pstSameKey = &key;
+}
+
+// Inserts a key unless its text is there already.
+uint32_t SearchedKeyInsert(YamlListNode &map, YamlListNode *previous, YamlListNode &key) noexcept
+{
+    const SameKeys same = KeysFind(map, key.pcValue);
+    if (same.written != nullptr)
+        return KeyRepeatRefuse(key, *same.written);
+    if (same.merged != nullptr)
+        KeyMark(key, *same.merged);
+    return KeyInsert(map, previous, key, same.hash);
+}
+
+// Puts a key into the index of its map, which grows with it, and deals with one of the same text.
+uint32_t IndexedKeyTest(YamlListNode &map, YamlListNode &key, uint32_t hash) noexcept
+{
+    YamlListNode *same = nullptr;
+    const uint32_t result = KeyIndexTest(map, key, hash, same);
+    if (result != YAML_OK || same == nullptr)
+        return result;
+    const YamlListNode *written = same->uiFromAlias != 0 ? same->uPrivate.pstSameKey : same;
+    if (written != nullptr)
+        return KeyRepeatRefuse(key, *written);
+    KeyMark(key, *same);
+    return YAML_OK;
+}
+
+uint32_t IndexedKeyInsert(YamlListNode &map, YamlListNode *previous, YamlListNode &key, HeldKey *held) noexcept
+{
+    const uint32_t hash = KeyHash(key);
+    uint32_t result = YAML_OK;
+    if (KeyIndexPrefetch(map, hash) && held != nullptr)
+        *held = {&key, hash};
+    else
+        result = IndexedKeyTest(map, key, hash);
+    if (result == YAML_OK)
+        KeyHang(map, previous, key);
+    return result;
 }
 
 } // namespace
 
-struct YamlKeyIndex : TextIndex<YamlListNode, KeyText> {};
-
-namespace {
-
-// Gives an open map an index of all its keys.
-uint32_t IndexMake(YamlListNode &stMap, uint32_t uiKeys) noexcept
+SameKeys KeysFind(const YamlListNode &map, std::string_view text) noexcept
 {
-    auto *pstIndex = static_cast<YamlKeyIndex *>(ZR_MemAlloc(sizeof(YamlKeyIndex), yaml_MemHandleGet()));
-    if (pstIndex == nullptr)
-        return YAML_FAIL(YAML_ERR_NOMEM, "Allocate memory for key index failed.");
-    *pstIndex = {};
-    stMap.uPrivate.pstKeyIndex = pstIndex; // from here on it goes with the map
-    if (!pstIndex->Reserve(uiKeys + 1))
-        return YAML_FAIL(YAML_ERR_NOMEM, "Allocate memory for key index failed.");
-    for (YamlListNode &stKey : Children(stMap)) {
-        if (stKey.uiSameWithAnchor == 0)
-            (void)pstIndex->Put(stKey, TextHash(stKey.pcValue));
+    SameKeys found;
+    if (HasKeyIndex(map)) {
+        found.hash = TextHash(text);
+        YamlListNode *key = KeyIndexFind(map, text, found.hash);
+        const bool isMerged = key != nullptr && key->uiFromAlias != 0;
+        found.written = isMerged ? key->uPrivate.pstSameKey : key;
+        found.merged = isMerged ? key : nullptr;
+        return found;
     }
-    return YAML_OK;
-}
-
-uint32_t KeysWalk(YamlListNode &stMap, const char *pcText, SameKeys &stFound) noexcept
-{
-    const WantedKey stWanted(pcText);
-    uint32_t uiKeys = 0;
-    for (YamlListNode &stKey : Children(stMap)) {
-        ++uiKeys;
-        if (stWanted.IsOf(stKey))
-            (stKey.uiFromAlias == 0 ? stFound.pstWritten : stFound.pstMerged) = &stKey;
+    if (IsNewKey(map, TextMarkOf(text)))
+        return found;
+    const WantedKey wanted(text);
+    for (YamlListNode &key : Children(map)) {
+        if (wanted.IsOf(key))
+            (key.uiFromAlias == 0 ? found.written : found.merged) = &key;
     }
-    const bool bOpen = (stMap.uiState & NODE_OPEN) != 0;
-    return bOpen && uiKeys >= IndexFromKeys ? IndexMake(stMap, uiKeys) : YAML_OK;
+    return found;
 }
 
-} // namespace
-
-uint32_t zryaml::parse::KeysFind(YamlListNode &stMap, const char *pcText, SameKeys &stFound) noexcept
+void KeyRemove(YamlListNode &map, YamlListNode &key) noexcept
 {
-    stFound = {};
-    if (stMap.uPrivate.pstKeyIndex == nullptr)
-        return KeysWalk(stMap, pcText, stFound);
-    stFound.ulHash = TextHash(pcText);
-    YamlListNode *pstKey = stMap.uPrivate.pstKeyIndex->Find(pcText, stFound.ulHash);
-    const bool bMerged = pstKey != nullptr && pstKey->uiFromAlias != 0;
-    stFound.pstWritten = bMerged ? pstKey->uPrivate.pstSameKey : pstKey;
-    stFound.pstMerged = bMerged ? pstKey : nullptr;
-    return YAML_OK;
+    if (key.uPrivate.pstSameKey != nullptr)
+        key.uPrivate.pstSameKey->uPrivate.pstSameKey = nullptr; // the merged key is overridden no more
+    else if (HasKeyIndex(map))
+        KeyIndexRemove(map, key);
+    NodeFree(key);
+    if (!HasChildren(map))
+        map.uiNextLevelType = YAML_DATATYPE_NONE;
 }
 
-uint32_t zryaml::parse::KeyInsert(YamlListNode &stMap, YamlListNode *pstPrevious, YamlListNode &stKey,
-                                  uint64_t ulHash) noexcept
+uint32_t KeyPlace(YamlListNode &key, YamlListNode &current, HeldKey *held) noexcept
 {
-    YamlKeyIndex *pstIndex = stMap.uPrivate.pstKeyIndex;
-    if (pstIndex != nullptr && stKey.uiSameWithAnchor == 0) {
-        if (!pstIndex->Reserve(pstIndex->Count() + 1))
-            return YAML_FAIL(YAML_ERR_NOMEM, "Allocate memory for key index failed.");
-        (void)pstIndex->Put(stKey, ulHash != 0 ? ulHash : TextHash(stKey.pcValue));
+    YamlListNode *previous = nullptr; // the node below the open map on the way up is the key before
+    YamlListNode *map = &current;
+    for (; map != nullptr && (map->uiState & NODE_OPEN) == 0; map = map->pstFather)
+        previous = map;
+    if (map == nullptr) { // a tree made by hand
+        map = UnmarkedCollection(current, YAML_DATATYPE_MAP);
+        if (map == nullptr)
+            return FatherMissing();
+        for (previous = &current; previous != map && previous->pstFather != map;)
+            previous = previous->pstFather;
     }
-    if (pstPrevious != nullptr) {
-        ChildInsertAfter(*pstPrevious, stKey);
-        return YAML_OK;
-    }
-    stKey.pstFather = &stMap;
-    ChildTypeFix(stMap, YAML_DATATYPE_SCALAR);
-    ListInsertAfter(stMap.stChildList, stKey.stChildLink);
-    return YAML_OK;
+    if (previous == nullptr || previous == map)
+        previous = LastKey(*map);
+    const uint32_t mark = key.uPlace.uiTextMark;
+    if (mark != 0 && IsNewKey(*map, mark)) [[likely]]
+        return KeyInsert(*map, previous, key, 0);
+    const bool isIndexGrowing = (~map->uiState & (NODE_GROWING | NODE_INDEXED)) == 0;
+    return isIndexGrowing ? IndexedKeyInsert(*map, previous, key, held) : SearchedKeyInsert(*map, previous, key);
 }
 
-void zryaml::parse::KeyRemove(YamlListNode &stMap, YamlListNode &stKey) noexcept
+uint32_t KeySettle(HeldKey &held) noexcept
 {
-    YamlKeyIndex *pstIndex = stMap.uPrivate.pstKeyIndex;
-    if (stKey.uPrivate.pstSameKey != nullptr)
-        stKey.uPrivate.pstSameKey->uPrivate.pstSameKey = nullptr; // the merged key is overridden no more
-    else if (pstIndex != nullptr)
-        pstIndex->Remove(stKey.pcValue);
-    yaml_ListNodeFree(&stKey);
-    if (!HasChildren(stMap))
-        stMap.uiNextLevelType = YAML_DATATYPE_NONE;
+    YamlListNode &key = *std::exchange(held.key, nullptr);
+    return IndexedKeyTest(*key.pstFather, key, held.hash);
 }
 
-void zryaml::parse::KeyIndexRelease(YamlListNode &stMap) noexcept
+YamlListNode *MergedKeyOf(const YamlListNode &marked) noexcept
 {
-    if (stMap.uPrivate.pstKeyIndex == nullptr)
-        return;
-    stMap.uPrivate.pstKeyIndex->Release();
-    ZR_MemFree(stMap.uPrivate.pstKeyIndex, yaml_MemHandleGet());
-    stMap.uPrivate.pstKeyIndex = nullptr;
-}
-
-uint32_t yaml_ScalarNodeAddWithKeyRole(YamlListNode *pstNewNode, YamlListNode *pstCurrNode)
-{
-    YamlListNode *pstMap = InnermostCollection(*pstCurrNode, YAML_DATATYPE_MAP);
-    if (pstMap == nullptr)
-        return YAML_FAIL(YAML_ERR_PARSE, "The father node is NULL.");
-
-    SameKeys stSame;
-    const uint32_t uiResult = KeysFind(*pstMap, pstNewNode->pcValue, stSame);
-    if (uiResult != YAML_OK)
-        return uiResult;
-    if (stSame.pstWritten != nullptr) {
-        const uint32_t uiCode =
-            YAML_FAIL(YAML_ERR_SAME, "There is a same scalar in this list. (Scalar=%s)", pstNewNode->pcValue);
-        ErrorFirstPlaceAdd(stSame.pstWritten->uiLine, stSame.pstWritten->uiColumn);
-        return uiCode;
-    }
-    if (stSame.pstMerged != nullptr) {
-        YAML_NOTE(YAML_ERR_SAME, "There is a same scalar in alias list. (Scalar=%s)", pstNewNode->pcValue);
-        pstNewNode->uiSameWithAnchor = 1;
-        pstNewNode->uPrivate.pstSameKey = stSame.pstMerged;
-        stSame.pstMerged->uPrivate.pstSameKey = pstNewNode;
-    }
-    return KeyInsert(*pstMap, KeyBefore(*pstMap, *pstCurrNode), *pstNewNode, stSame.ulHash);
-}
-
-YamlListNode *yaml_SameKeyFindInAnchor(const YamlListNode *pstKeyNode)
-{
-    if (pstKeyNode->uPrivate.pstSameKey != nullptr)
-        return pstKeyNode->uPrivate.pstSameKey;
-    for (YamlListNode &stKey : Children(*pstKeyNode->pstFather)) {
-        if (stKey.uiFromAlias == 1 && yaml_ScalarSameCheck(&stKey, pstKeyNode, 1) != YAML_OK)
-            return &stKey;
+    if (marked.uPrivate.pstSameKey != nullptr)
+        return marked.uPrivate.pstSameKey;
+    for (YamlListNode &key : Children(*marked.pstFather)) {
+        if (key.uiFromAlias == 1 && key.pcValue != nullptr && strcmp(key.pcValue, marked.pcValue) == 0)
+            return &key;
     }
     return nullptr;
 }
 
-uint32_t yaml_AnchorNodeReplace(YamlListNode *pstNewNode, YamlListNode *pstSameKeyNode)
+void ValueReplace(YamlListNode &merged, YamlListNode &value) noexcept
 {
-    yaml_AnchorChildListRemove(pstSameKeyNode);
-    ChildAppend(*pstSameKeyNode, *pstNewNode);
-    return YAML_OK;
+    ValueDrop(merged);
+    ChildAppend(merged, value);
 }
 
-void yaml_AnchorChildListRemove(YamlListNode *pstSameKeyNode)
+void ValueDrop(YamlListNode &merged) noexcept
 {
-    while (YamlListNode *pstChild = FirstChild(*pstSameKeyNode))
-        yaml_ListNodeFree(pstChild);
-    pstSameKeyNode->uiNextLevelType = YAML_DATATYPE_NONE; // whatever comes next decides it anew
+    while (YamlListNode *child = FirstChild(merged))
+        NodeFree(*child);
+    merged.uiNextLevelType = YAML_DATATYPE_NONE; // whatever comes next decides it anew
 }
+
+} // namespace zryaml::parse

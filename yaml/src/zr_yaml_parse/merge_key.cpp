@@ -1,99 +1,128 @@
 // SPDX-License-Identifier: Apache-2.0
 // The merge key "<<" with an alias as its value: the keys of the anchored map, or the first key of each map in the
-// anchored sequence, are copied to where "<<" stands. Keys that the map has win over merged ones.
+// anchored sequence, are copied to where "<<" stands. Keys that the map has win over merged ones. Where a load
+// takes merge forms, maps and sequences of maps may stand there themselves.
+#include "merge_key.h"
+
+#include "../document_load.h"
+#include "map_key.h"
+#include "node.h"
 #include "parse_internal.h"
+#include "tree_builder.h"
 
 #include <cstring>
+
+namespace zryaml::parse {
 
 namespace {
 
 // Takes the "<<" key out of its map, together with what it was counted for and the anchor it may carry.
-void MergeKeyRelease(YamlHandle &stHandle, YamlListNode &stMergeKey) noexcept
+void MergeKeyRelease(YamlHandle &handle, YamlListNode &mergeKey) noexcept
 {
-    if (DebugSwitch() == 1)
-        stHandle.uiMemSize -= static_cast<uint32_t>(sizeof(YamlListNode) + strlen(stMergeKey.pcValue) + 1);
-    AnchorOfNodeDrop(stHandle, stMergeKey);
-    KeyRemove(*stMergeKey.pstFather, stMergeKey);
+    MemoryUncount(handle, sizeof(YamlListNode) + strlen(mergeKey.pcValue) + 1);
+    AnchorOfNodeDrop(handle, mergeKey);
+    KeyRemove(*mergeKey.pstFather, mergeKey);
 }
 
-// Whether an item of a merged sequence gives a key: yes for a map with keys, no for an empty one; others are refused.
-uint32_t ItemCheck(const YamlListNode &stItem) noexcept
+// A map gives its first key, an empty one none; anything else is refused.
+uint32_t ElementCheck(const YamlListNode &element) noexcept
 {
-    if (stItem.uiDataType == YAML_DATATYPE_SCALAR)
-        return YAML_FAIL(YAML_ERR_PARSE, "Can not merge a single scalar to a map. (Scalar=%s)", stItem.pcValue);
-    if (stItem.uiDataType == YAML_DATATYPE_SEQ)
+    if (element.uiDataType == YAML_DATATYPE_SCALAR)
+        return YAML_FAIL(YAML_ERR_PARSE, "Can not merge a single scalar to a map. (Scalar=%s)", element.pcValue);
+    if (element.uiDataType == YAML_DATATYPE_SEQ)
         return YAML_FAIL(YAML_ERR_PARSE, "Can not merge a sequence to a map.");
     return YAML_OK;
 }
 
-// Copies the first key of an item into the map, after *ppstPrevious, unless the map has it; the copy is then the
-// previous one.
-uint32_t FirstKeyCopy(YamlHandle &stHandle, YamlListNode &stMap, YamlListNode **ppstPrevious,
-                      const YamlListNode &stKey) noexcept
+uint32_t FirstKeyCopy(YamlHandle &handle, KeysPlace &place, const YamlListNode &element) noexcept
 {
-    SameKeys stSame;
-    uint32_t uiResult = KeysFind(stMap, stKey.pcValue, stSame);
-    if (uiResult != YAML_OK)
-        return uiResult;
-    if (stSame.pstWritten != nullptr || stSame.pstMerged != nullptr) {
-        YAML_NOTE(YAML_ERR_SAME, "There is a same scalar in previous key list. (Scalar=%s)", stKey.pcValue);
-        return CopyCharge(stHandle, strlen(stKey.pcValue) + 1);
+    const YamlListNode *key = FirstChild(element);
+    if (key == nullptr)
+        return YAML_OK;
+    YamlListNode *copy = nullptr;
+    const uint32_t result = KeyCopy(handle, place, *key, copy);
+    if (copy == nullptr)
+        return result;
+    return ValueCopy(handle, *copy, *key) == YAML_OK ? YAML_OK : uint32_t{YAML_ERR_NOMEM};
+}
+
+// The merge-key type of YAML 1.1: all keys of each map, those of earlier maps win. Maps that stand here, and not behind
+// an alias, have a place of their own.
+uint32_t AllKeysCopy(YamlHandle &handle, KeysPlace &place, const YamlListNode &sequence) noexcept
+{
+    for (const YamlListNode &element : Children(sequence)) {
+        if (handle.pcAlias == nullptr) {
+            handle.uiLine = element.uiLine;
+            handle.uiColumn = element.uiColumn;
+        }
+        uint32_t result = ElementCheck(element);
+        if (result == YAML_OK)
+            result = CopyCharge(handle, 0);
+        if (result == YAML_OK)
+            result = KeysCopy(handle, place, element);
+        if (result != YAML_OK)
+            return result;
     }
-    YamlListNode *pstCopy = yaml_SingleNodeDup(&stHandle, &stKey);
-    if (pstCopy == nullptr)
-        return YAML_ERR_NOMEM;
-    uiResult = KeyInsert(stMap, *ppstPrevious, *pstCopy, stSame.ulHash);
-    if (uiResult != YAML_OK)
-        return uiResult;
-    *ppstPrevious = pstCopy;
-    return yaml_AnchorNodesClone(&stHandle, pstCopy, &stKey) == YAML_OK ? YAML_OK : uint32_t{YAML_ERR_NOMEM};
+    return YAML_OK;
 }
 
 } // namespace
 
-uint32_t yaml_Sequence2MapCopy(YamlHandle *pstHandle, YamlListNode **ppstInsertNode, const YamlListNode *pstSrcNode,
-                               uint32_t uiFirstFlag)
+uint32_t FirstKeysCopy(YamlHandle &handle, KeysPlace &place, const YamlListNode &sequence) noexcept
 {
-    YamlListNode *pstMap = uiFirstFlag == 1 ? *ppstInsertNode : (*ppstInsertNode)->pstFather;
-    YamlListNode *pstPrevious = uiFirstFlag == 1 ? nullptr : *ppstInsertNode;
-    for (const YamlListNode &stItem : Children(*pstSrcNode)) {
-        uint32_t uiResult = ItemCheck(stItem);
-        if (uiResult == YAML_OK)
-            uiResult = CopyCharge(*pstHandle, 0);
-        if (uiResult != YAML_OK)
-            return uiResult;
-        const YamlListNode *pstKey = FirstChild(stItem);
-        if (pstKey != nullptr)
-            uiResult = FirstKeyCopy(*pstHandle, *pstMap, &pstPrevious, *pstKey);
-        if (uiResult != YAML_OK)
-            return uiResult;
+    for (const YamlListNode &element : Children(sequence)) {
+        uint32_t result = ElementCheck(element);
+        if (result == YAML_OK)
+            result = CopyCharge(handle, 0);
+        if (result == YAML_OK)
+            result = FirstKeyCopy(handle, place, element);
+        if (result != YAML_OK)
+            return result;
     }
-    if (pstPrevious != nullptr)
-        *ppstInsertNode = pstPrevious;
     return YAML_OK;
 }
 
-uint32_t yaml_AnchorInsertInMapWithoutMapNode(YamlHandle *pstHandle, YamlListNode **ppstCurrNode,
-                                              const YamlListNode *pstSrcNode, uint32_t uiFirstFlag)
+uint32_t TreeBuilder::Merge(const YamlListNode &source, bool isFirst) noexcept
 {
-    YamlListNode &stMergeKey = **ppstCurrNode;
-    YamlListNode *pstInsert =
-        uiFirstFlag == 1 ? stMergeKey.pstFather : NodeOf(stMergeKey.stChildLink.prev, NodeLink::Child);
-    const uint32_t uiSourceType = pstSrcNode->uiDataType;
-    uint32_t uiResult = YAML_OK;
-    // Said before the key goes, of which the text may be.
-    if (uiSourceType != YAML_DATATYPE_MAP && uiSourceType != YAML_DATATYPE_SEQ)
-        uiResult =
-            YAML_FAIL(YAML_ERR_EVENT, "Can not merge mapping with a single scalar. (Scalar=%s)", pstSrcNode->pcValue);
-    MergeKeyRelease(*pstHandle, stMergeKey);
+    YamlListNode &mergeKey = *current;
+    KeysPlace place = {mergeKey.pstFather, nullptr, !isFirst};
+    if (!isFirst)
+        place.previous = NodeOf(mergeKey.stChildLink.prev, NodeLink::Child);
+    const KeysPlace start = place;
+    const uint32_t sourceType = source.uiDataType;
+    uint32_t result = YAML_OK;
+    // Log before freeing the key: pcValue may be its text.
+    if (sourceType != YAML_DATATYPE_MAP && sourceType != YAML_DATATYPE_SEQ)
+        result = YAML_FAIL(YAML_ERR_EVENT, "Can not merge mapping with a single scalar. (Scalar=%s)", source.pcValue);
+    MergeKeyRelease(handle, mergeKey);
 
-    if (uiSourceType == YAML_DATATYPE_MAP)
-        uiResult = yaml_MapAnchorCopy(pstHandle, &pstInsert, pstSrcNode, uiFirstFlag);
-    else if (uiSourceType == YAML_DATATYPE_SEQ)
-        uiResult = yaml_Sequence2MapCopy(pstHandle, &pstInsert, pstSrcNode, uiFirstFlag);
-
+    if (sourceType == YAML_DATATYPE_MAP) {
+        result = KeysCopy(handle, place, source);
+    } else if (sourceType == YAML_DATATYPE_SEQ) {
+        place.test = true; // its maps may have a key in common
+        const bool forms = (handle.uiLoadFlags & LOAD_MERGE_FORMS) != 0;
+        result = forms ? AllKeysCopy(handle, place, source) : FirstKeysCopy(handle, place, source);
+    }
+    if (result != YAML_OK)
+        place = start;
     // The next key goes after the last merged one, whose value is now current; a map without keys stays current itself.
-    YamlListNode *pstValue = FirstChild(*pstInsert);
-    *ppstCurrNode = pstValue != nullptr ? pstValue : pstInsert;
-    return uiResult;
+    current = place.previous != nullptr ? place.previous : place.map;
+    if (YamlListNode *value = FirstChild(*current))
+        current = value;
+    return result;
 }
+
+uint32_t TreeBuilder::MergeForm() noexcept
+{
+    const YamlListNode &value = *current;
+    YamlListNode &key = *value.pstFather;
+    if (key.uiDataType != YAML_DATATYPE_SCALAR || strcmp(key.pcValue, "<<") != 0 ||
+        StateGet(key, NODE_STYLE_MASK, NODE_STYLE_SHIFT) != YAML_STYLE_PLAIN)
+        return YAML_OK;
+    handle.uiLine = value.uiLine;
+    handle.uiColumn = value.uiColumn;
+    current = &key;
+    return Merge(value, IsFirstChild(key));
+}
+
+} // namespace zryaml::parse

@@ -1,121 +1,95 @@
 // SPDX-License-Identifier: Apache-2.0
-// Node records: taken from the store or the pool, initialised, given a text, released. Every node is on its document's
-// all-nodes list from its allocation to its release.
-#include "node_store.h"
+// The rarer steps in the life of a node record.
+#include "node.h"
+
 #include "parse_internal.h"
 
-namespace {
+namespace zryaml::parse {
 
-// Texts of nodes are counted and go with their document; any other may go earlier and has a block of its own.
-char *TextTake(YamlHandle &stHandle, uint32_t uiCountFlag, uint32_t uiSize) noexcept
+void RefusalLog() noexcept
 {
-    void *pText = uiCountFlag == 1 ? StoreTake(stHandle, uiSize) : ZR_MemAlloc(uiSize, yaml_MemHandleGet());
-    return static_cast<char *>(pText);
+    YAML_LOG_ONLY(YAML_LOG_WARN, YAML_ERR_PARAM, "Secure check fail.");
 }
 
-// A copy that is counted if the flag is 1; NULL if out of memory (logged).
-char *TextCopy(YamlHandle &stHandle, uint32_t uiCountFlag, std::string_view svText) noexcept
+void NodeClear(YamlListNode &node) noexcept
 {
-    const size_t ulSize = svText.size() + 1;
-    char *pcCopy = ulSize <= UINT32_MAX ? TextTake(stHandle, uiCountFlag, static_cast<uint32_t>(ulSize)) : nullptr;
-    if (pcCopy == nullptr) {
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to allocate memory to copy value.");
-        return nullptr;
-    }
-    YAML_SECURE(strncpy_s(pcCopy, ulSize, svText.data(), svText.size()));
-    if (uiCountFlag == 1 && DebugSwitch() == 1)
-        stHandle.uiMemSize += static_cast<uint32_t>(ulSize);
-    return pcCopy;
+    RefusalLog();
+    node = {};
 }
 
-} // namespace
-
-// Gives back what a node has beside its document's store.
-void zryaml::parse::NodeRelease(YamlListNode &stNode) noexcept
+YamlListNode *NodeCreate(YamlHandle &handle) noexcept
 {
-    if (stNode.uiDataType == YAML_DATATYPE_MAP)
-        KeyIndexRelease(stNode);
-    if ((stNode.uiState & NODE_STORED) != 0) {
-        stNode.uiMagic = 0; // no walk takes it for a node any more
-        return;
-    }
-    if (stNode.pcValue != nullptr)
-        ZR_MemFree(stNode.pcValue, yaml_MemHandleGet());
-    ZR_MemFree(&stNode, yaml_MemHandleGet());
-}
-
-void yaml_NodeInit(YamlListNode *pstNode)
-{
-    if (memset_s(pstNode, sizeof(*pstNode), 0, sizeof(*pstNode)) != 0) {
-        YAML_LOG_ONLY(YAML_LOG_WARN, YAML_ERR_PARAM, "Secure check fail.");
-        *pstNode = {};
-    }
-    pstNode->uiMagic = YAML_NODE_MAGIC;
-    ListInit(pstNode->stChildLink);
-    ListInit(pstNode->stChildList);
-    ListInit(pstNode->stSeqLink);
-    ListInit(pstNode->stAllocLink);
-    pstNode->uiDataType = YAML_DATATYPE_NONE;
-    pstNode->uiNextLevelType = YAML_DATATYPE_NONE;
-}
-
-YamlListNode *yaml_ListNodeAlloc(YamlHandle *pstHandle)
-{
-    auto *pstNode = static_cast<YamlListNode *>(StoreTake(*pstHandle, sizeof(YamlListNode)));
-    if (pstNode == nullptr) {
+    auto *node = static_cast<YamlListNode *>(StoreTake(handle, sizeof(YamlListNode)));
+    if (node == nullptr) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Allocate memory for list node failed.");
         return nullptr;
     }
-    yaml_NodeInit(pstNode);
-    pstNode->uiLine = pstHandle->uiLine;
-    pstNode->uiColumn = pstHandle->uiColumn;
-    if (StoreIsOpen(*pstHandle))
-        pstNode->uiState = NODE_STORED;
-    else
-        pstHandle->uiOwnBlocks = 1;
-    ListInsertAfter(pstHandle->stRoot.stAllocLink, pstNode->stAllocLink);
-    if (DebugSwitch() == 1)
-        pstHandle->uiMemSize += static_cast<uint32_t>(sizeof(YamlListNode));
-    return pstNode;
+    NodeEnter(handle, *node);
+    MemoryCount(handle, sizeof(YamlListNode));
+    return node;
 }
 
-void yaml_ListNodeFree(YamlListNode *pstNode)
+void NodeFree(YamlListNode &node) noexcept
 {
-    ChildrenDetach(*pstNode); // they stay with the document, but reach nothing that is released
-    ListRemove(pstNode->stAllocLink);
-    ListRemove(pstNode->stChildLink);
-    ListRemove(pstNode->stSeqLink);
-    if (pstNode->pstFather != nullptr && pstNode->pstFather->uiDataType == YAML_DATATYPE_SEQ)
-        ElementsNumber(*pstNode->pstFather);
-    NodeRelease(*pstNode);
+    ChildrenDetach(node); // they stay with the document, but reach nothing that is released
+    ListRemove(node.stAllocLink);
+    ListRemove(node.stChildLink);
+    ListRemove(node.stSeqLink);
+    if (node.pstFather != nullptr && node.pstFather->uiDataType == YAML_DATATYPE_SEQ)
+        ElementsNumber(*node.pstFather);
+    NodeRelease(node);
 }
 
-bool zryaml::parse::TextSet(YamlHandle &stHandle, YamlListNode &stNode, std::string_view svText) noexcept
+// Gives back what a node has beside its document's store.
+void NodeRelease(YamlListNode &node) noexcept
 {
-    stNode.pcValue = TextCopy(stHandle, 1, svText);
-    stNode.uPlace.uiTextMark = TextMarkOf(svText);
-    return stNode.pcValue != nullptr;
+    KeyIndexDrop(node);
+    if ((node.uiState & NODE_STORED) != 0) {
+        node.uiMagic = 0; // no walk takes it for a node any more
+        return;
+    }
+    if (node.pcValue != nullptr)
+        ZR_MemFree(node.pcValue, yaml_MemHandleGet());
+    ZR_MemFree(&node, yaml_MemHandleGet());
 }
 
-YamlListNode *zryaml::parse::ScalarCreate(YamlHandle &stHandle, std::string_view svText) noexcept
+// A text that is not counted may go before its document, so it has a block of its own.
+char *TextCopy(YamlHandle &handle, bool counted, std::string_view text) noexcept
 {
-    YamlListNode *pstNode = yaml_ListNodeAlloc(&stHandle);
-    if (pstNode == nullptr)
-        return nullptr;
-    if (!TextSet(stHandle, *pstNode, svText)) {
-        yaml_ListNodeFree(pstNode);
+    const size_t size = text.size() + 1;
+    void *block = nullptr;
+    if (size <= UINT32_MAX)
+        block = counted ? StoreTake(handle, size) : ZR_MemAlloc(static_cast<uint32_t>(size), yaml_MemHandleGet());
+    if (block == nullptr) {
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to allocate memory to copy value.");
         return nullptr;
     }
-    pstNode->uiDataType = YAML_DATATYPE_SCALAR;
-    return pstNode;
+    auto *copy = static_cast<char *>(block);
+    if (strncpy_s(copy, size, text.data(), text.size()) != 0)
+        RefusalLog();
+    if (counted)
+        MemoryCount(handle, size);
+    return copy;
 }
 
-char *yaml_ValueDup(YamlHandle *pstHandle, uint32_t uiCountFlag, const char *pcText)
+bool TextSet(YamlHandle &handle, YamlListNode &node, std::string_view text) noexcept
 {
-    return TextCopy(*pstHandle, uiCountFlag, pcText);
+    node.pcValue = TextCopy(handle, true, text);
+    node.uPlace.uiTextMark = TextMarkOf(text);
+    return node.pcValue != nullptr;
 }
 
-YamlListNode *yaml_ScalarNodeCreate(YamlHandle *pstHandle, const char *pcText)
+YamlListNode *ScalarCreateSlowly(YamlHandle &handle, std::string_view text) noexcept
 {
-    return ScalarCreate(*pstHandle, pcText);
+    YamlListNode *scalar = NodeCreate(handle);
+    if (scalar == nullptr)
+        return nullptr;
+    if (!TextSet(handle, *scalar, text)) {
+        NodeFree(*scalar);
+        return nullptr;
+    }
+    scalar->uiDataType = YAML_DATATYPE_SCALAR;
+    return scalar;
 }
+
+} // namespace zryaml::parse

@@ -1,157 +1,159 @@
 // SPDX-License-Identifier: Apache-2.0
-// Deep copies of anchored nodes. A copy never shares a node with its source, is marked as one, and is charged to its
-// document. It is what the source reads as: keys that a merge marked as repeated are not copied.
+// The copies themselves. Each node visited is charged, each collection entered is tested for its depth.
+#include "node_copy.h"
+
+#include "map_key.h"
+#include "node.h"
 #include "parse_internal.h"
 
 #include <cstring>
 
+namespace zryaml::parse {
+
 namespace {
 
 struct CopyLevel { // one more collection entered by a copy, as long as it lives
-    explicit CopyLevel(YamlHandle &stHandle) noexcept : m_stHandle(stHandle) { ++m_stHandle.uiCopyDepth; }
-    ~CopyLevel() { --m_stHandle.uiCopyDepth; }
+    explicit CopyLevel(YamlHandle &handle) noexcept : m_handle(handle) { ++m_handle.uiCopyDepth; }
+    ~CopyLevel() { --m_handle.uiCopyDepth; }
     CopyLevel(const CopyLevel &) = delete;
     CopyLevel &operator=(const CopyLevel &) = delete;
 
 private:
-    YamlHandle &m_stHandle;
+    YamlHandle &m_handle;
 };
 
-// Where the copies of a map's keys go: below a fresh copy of the map, or into a map that may have keys of its own.
-struct KeyPlace {
-    YamlListNode *pstMap;
-    YamlListNode *pstPrevious; // NULL: the next key goes first
-    bool bTest;                // whether the map may have a key already
-};
-
-uint32_t KeyCopy(YamlHandle &stHandle, KeyPlace &stPlace, const YamlListNode &stSourceKey) noexcept
+// The keys of a fresh copy, which differ as those of their source do. A map with an index is copied into one.
+uint32_t MapCopy(YamlHandle &handle, YamlListNode &copy, const YamlListNode &source) noexcept
 {
-    bool bSkip = stSourceKey.uiSameWithAnchor == 1; // the merged key of that text is copied in its stead
-    SameKeys stSame;
-    if (!bSkip && stPlace.bTest) {
-        const uint32_t uiResult = KeysFind(*stPlace.pstMap, stSourceKey.pcValue, stSame);
-        if (uiResult != YAML_OK)
-            return uiResult;
-        bSkip = stSame.pstWritten != nullptr || stSame.pstMerged != nullptr;
-    }
-    if (bSkip) {
-        YAML_NOTE(YAML_ERR_SAME, "There is a same scalar in previous key list. (Scalar=%s)", stSourceKey.pcValue);
-        return CopyCharge(stHandle, strlen(stSourceKey.pcValue) + 1);
-    }
-    YamlListNode *pstCopy = yaml_SingleNodeDup(&stHandle, &stSourceKey);
-    if (pstCopy == nullptr)
-        return YAML_ERR_NOMEM;
-    const uint32_t uiResult = KeyInsert(*stPlace.pstMap, stPlace.pstPrevious, *pstCopy, stSame.ulHash);
-    if (uiResult != YAML_OK)
-        return uiResult;
-    stPlace.pstPrevious = pstCopy;
-    if (!HasChildren(stSourceKey) && stPlace.pstMap->uiDataType == YAML_DATATYPE_MAP)
-        return YAML_FAIL(YAML_ERR_PARSE, "Can not merge a single scalar in sequence anchor to map. (Scalar=%s)",
-                         stSourceKey.pcValue);
-    return yaml_AnchorNodesClone(&stHandle, pstCopy, &stSourceKey);
+    KeysPlace place = {&copy, nullptr, false};
+    const bool isIndexed = HasKeyIndex(source);
+    if (isIndexed)
+        KeysBegin(copy);
+    const uint32_t result = KeysCopy(handle, place, source);
+    if (isIndexed)
+        KeysEnd(copy);
+    return result;
 }
 
 } // namespace
 
-uint32_t zryaml::parse::ContentCopy(YamlHandle &stHandle, YamlListNode &stCopy, const YamlListNode &stSource) noexcept
+YamlListNode *NodeCopy(YamlHandle &handle, const YamlListNode &source) noexcept
 {
-    if (stSource.uiDataType == YAML_DATATYPE_SCALAR) {
-        stCopy.uiNextLevelType = YAML_DATATYPE_NONE; // an anchored key's value is not part of the anchor
-        return YAML_OK;
-    }
-    const CopyLevel stLevel(stHandle);
-    const uint32_t uiResult = DepthCheck(stHandle, stHandle.uiCopyDepth);
-    if (uiResult != YAML_OK)
-        return uiResult;
-    YamlListNode *pstInsert = &stCopy;
-    return stSource.uiDataType == YAML_DATATYPE_MAP ? yaml_MapAnchorCopy(&stHandle, &pstInsert, &stSource, 1)
-                                                    : yaml_SequenceAnchorCopy(&stHandle, &stCopy, &stSource, 1);
-}
-
-YamlListNode *yaml_SingleNodeDup(YamlHandle *pstHandle, const YamlListNode *pstSrcNode)
-{
-    const bool bText = pstSrcNode->pcValue != nullptr;
-    const std::string_view svText = bText ? pstSrcNode->pcValue : "";
-    if (CopyCharge(*pstHandle, bText ? svText.size() + 1 : 0) != YAML_OK)
+    const bool hasText = source.pcValue != nullptr;
+    const std::string_view text = hasText ? source.pcValue : "";
+    if (CopyCharge(handle, hasText ? text.size() + 1 : 0) != YAML_OK)
         return nullptr;
-    YamlListNode *pstCopy = yaml_ListNodeAlloc(pstHandle);
-    if (pstCopy == nullptr) {
+    YamlListNode *copy = NodeCreate(handle);
+    if (copy == nullptr) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to allocate memory to dup node.");
         return nullptr;
     }
-    if (bText && !TextSet(*pstHandle, *pstCopy, svText)) {
-        yaml_ListNodeFree(pstCopy);
+    if (hasText && !TextSet(handle, *copy, text)) {
+        NodeFree(*copy);
         return nullptr;
     }
-    pstCopy->uiFromAlias = 1;
-    pstCopy->uiDataType = pstSrcNode->uiDataType;
-    pstCopy->uiNextLevelType = pstSrcNode->uiNextLevelType;
-    return pstCopy;
+    copy->uiFromAlias = 1;
+    copy->uiState |= source.uiState & NODE_COPIED;
+    copy->uiDataType = source.uiDataType;
+    copy->uiNextLevelType = source.uiNextLevelType;
+    return copy;
 }
 
-uint32_t yaml_ScalarAnchorCopy(YamlHandle *pstHandle, YamlListNode **ppstInsertNode, const YamlListNode *pstSrcNode)
+YamlListNode *ChildCopy(YamlHandle &handle, YamlListNode &father, const YamlListNode &source) noexcept
 {
-    YamlListNode *pstCopy = yaml_SingleNodeDup(pstHandle, pstSrcNode);
-    if (pstCopy == nullptr)
+    YamlListNode *copy = NodeCopy(handle, source);
+    if (copy != nullptr)
+        ChildAppend(father, *copy);
+    return copy;
+}
+
+uint32_t ContentCopy(YamlHandle &handle, YamlListNode &copy, const YamlListNode &source) noexcept
+{
+    if (source.uiDataType == YAML_DATATYPE_SCALAR) {
+        copy.uiNextLevelType = YAML_DATATYPE_NONE; // an anchored key's value is not part of the anchor
+        return YAML_OK;
+    }
+    const CopyLevel level(handle);
+    const uint32_t result = DepthCheck(handle, handle.uiCopyDepth);
+    if (result != YAML_OK)
+        return result;
+    return source.uiDataType == YAML_DATATYPE_MAP ? MapCopy(handle, copy, source)
+                                                  : ElementsCopy(handle, copy, nullptr, source);
+}
+
+uint32_t ValueCopy(YamlHandle &handle, YamlListNode &copiedKey, const YamlListNode &sourceKey) noexcept
+{
+    YamlListNode *father = &copiedKey;
+    const YamlListNode *source = &sourceKey;
+    do { // a value that has one itself is a scalar, which only a tree made by hand has
+        if (source->uiNextLevelType > YAML_DATATYPE_SCALAR)
+            return YAML_FAIL(YAML_ERR_PARAM, "There is a unknown data type when copy anchor node. (DataType=%u)",
+                             source->uiNextLevelType);
+        source = FirstChild(*source);
+        if (source == nullptr)
+            return YAML_OK;
+        father = ChildCopy(handle, *father, *source);
+        if (father == nullptr)
+            return YAML_ERR_NOMEM;
+    } while (source->uiDataType == YAML_DATATYPE_SCALAR && HasChildren(*source));
+    return ContentCopy(handle, *father, *source);
+}
+
+uint32_t KeyCopy(YamlHandle &handle, KeysPlace &place, const YamlListNode &sourceKey, YamlListNode *&copy) noexcept
+{
+    SameKeys same;
+    const bool isMarked = sourceKey.uiSameWithAnchor == 1; // the merged key of its text is copied in its stead
+    copy = nullptr;
+    if (place.test && !isMarked)
+        same = KeysFind(*place.map, sourceKey.pcValue);
+    if (isMarked || same.Any()) {
+        YAML_NOTE(YAML_ERR_SAME, "There is a same scalar in previous key list. (Scalar=%s)", sourceKey.pcValue);
+        return CopyCharge(handle, strlen(sourceKey.pcValue) + 1);
+    }
+    YamlListNode *key = NodeCopy(handle, sourceKey);
+    if (key == nullptr)
         return YAML_ERR_NOMEM;
-    ChildAppend(**ppstInsertNode, *pstCopy);
-    *ppstInsertNode = pstCopy;
-    return YAML_OK;
+    const uint32_t result = KeyInsert(*place.map, place.previous, *key, same.hash);
+    if (result == YAML_OK)
+        copy = place.previous = key;
+    return result;
 }
 
-uint32_t yaml_AnchorNodesClone(YamlHandle *pstHandle, YamlListNode *pstDstNode, const YamlListNode *pstSrcNode)
+uint32_t KeysCopy(YamlHandle &handle, KeysPlace &place, const YamlListNode &source) noexcept
 {
-    if (pstSrcNode->uiNextLevelType > YAML_DATATYPE_SCALAR)
-        return YAML_FAIL(YAML_ERR_PARAM, "There is a unknown data type when copy anchor node. (DataType=%u)",
-                         pstSrcNode->uiNextLevelType);
-    const YamlListNode *pstValue = FirstChild(*pstSrcNode);
-    if (pstValue == nullptr)
-        return YAML_OK;
-    YamlListNode *pstCopy = pstDstNode;
-    const uint32_t uiResult = yaml_ScalarAnchorCopy(pstHandle, &pstCopy, pstValue);
-    if (uiResult != YAML_OK)
-        return uiResult;
-    if (pstValue->uiDataType == YAML_DATATYPE_SCALAR && HasChildren(*pstValue))
-        return yaml_AnchorNodesClone(pstHandle, pstCopy, pstValue);
-    return ContentCopy(*pstHandle, *pstCopy, *pstValue);
-}
-
-uint32_t yaml_MapAnchorCopy(YamlHandle *pstHandle, YamlListNode **ppstInsertNode, const YamlListNode *pstSrcNode,
-                            uint32_t uiFirstFlag)
-{
-    if (FirstChild(*pstSrcNode) == nullptr)
-        return YAML_OK;
-    // With the first flag the map had no keys, and those of the source differ, so that there is nothing to test.
-    KeyPlace stPlace = {*ppstInsertNode, nullptr, false};
-    if (uiFirstFlag != 1)
-        stPlace = {(*ppstInsertNode)->pstFather, *ppstInsertNode, true};
-    for (const YamlListNode &stKey : Children(*pstSrcNode)) {
-        const uint32_t uiResult = KeyCopy(*pstHandle, stPlace, stKey);
-        if (uiResult != YAML_OK)
-            return uiResult;
+    for (const YamlListNode &key : Children(source)) {
+        YamlListNode *copy = nullptr;
+        uint32_t result = KeyCopy(handle, place, key, copy);
+        if (copy != nullptr && !HasChildren(key) && place.map->uiDataType == YAML_DATATYPE_MAP)
+            return YAML_FAIL(YAML_ERR_PARSE, "Can not merge a single scalar in sequence anchor to map. (Scalar=%s)",
+                             key.pcValue);
+        if (copy != nullptr)
+            result = ValueCopy(handle, *copy, key);
+        if (result != YAML_OK)
+            return result;
     }
-    if (stPlace.pstPrevious != nullptr)
-        *ppstInsertNode = stPlace.pstPrevious;
     return YAML_OK;
 }
 
-uint32_t yaml_SequenceAnchorCopy(YamlHandle *pstHandle, YamlListNode *pstDstNode, const YamlListNode *pstSrcNode,
-                                 uint32_t uiFirstFlag)
+uint32_t ElementsCopy(YamlHandle &handle, YamlListNode &sequence, YamlListNode *previous,
+                      const YamlListNode &source) noexcept
 {
-    YamlListNode *pstPrevious = pstDstNode; // without the first flag the copies go behind this element
-    for (const YamlListNode &stItem : Children(*pstSrcNode)) {
-        YamlListNode *pstCopy = yaml_SingleNodeDup(pstHandle, &stItem);
-        if (pstCopy == nullptr)
+    for (const YamlListNode &element : Children(source)) {
+        YamlListNode *copy = NodeCopy(handle, element);
+        if (copy == nullptr)
             return YAML_ERR_NOMEM;
-        if (uiFirstFlag == 1)
-            ChildAppend(*pstDstNode, *pstCopy);
-        else
-            ChildInsertAfter(*pstPrevious, *pstCopy);
-        pstPrevious = pstCopy;
-        if (ContentCopy(*pstHandle, *pstCopy, stItem) != YAML_OK)
+        if (previous == nullptr) {
+            ChildAppend(sequence, *copy);
+        } else {
+            ChildInsertAfter(*previous, *copy);
+            previous = copy;
+        }
+        if (ContentCopy(handle, *copy, element) != YAML_OK)
             return YAML_ERR_NOMEM;
     }
-    if (uiFirstFlag != 1)
-        ElementsNumber(*pstDstNode->pstFather);
+    if (previous != nullptr)
+        ElementsNumber(sequence);
     return YAML_OK;
 }
+
+} // namespace zryaml::parse

@@ -2,6 +2,9 @@
 // The rarer steps of placing nodes.
 #include "parse_internal.h"
 
+using namespace zryaml;
+using namespace zryaml::parse;
+
 void zryaml::parse::ElementsNumber(const YamlListNode &stSeq) noexcept
 {
     uint32_t uiNumber = 0;
@@ -29,17 +32,4 @@ YamlListNode *zryaml::parse::UnmarkedCollection(YamlListNode &stCurrNode, uint32
     if (uiDataType == YAML_DATATYPE_SEQ)
         return stCurrNode.uiDataType == YAML_DATATYPE_SEQ ? &stCurrNode : nullptr;
     return pstFather != nullptr ? pstFather->pstFather : nullptr; // from the value of a key
-}
-
-uint32_t yaml_FirstNodeCheck(const YamlListNode *pstNode)
-{
-    const YamlListNode &stFather = *pstNode->pstFather;
-    const NodeLink eLink = stFather.uiNextLevelType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
-    return NodeOf(stFather.stChildList.next, eLink) == pstNode ? 1 : 0;
-}
-
-void yaml_FatherNodeNextLevelTypeSet(YamlListNode *pstNode, uint32_t uiDataType)
-{
-    if (pstNode->pstFather != nullptr)
-        ChildTypeFix(*pstNode->pstFather, uiDataType);
 }

@@ -7,24 +7,6 @@
 
 namespace zryaml::parse {
 
-// The first child fixes the type of its father's children.
-inline void ChildTypeFix(YamlListNode &stFather, uint32_t uiDataType) noexcept
-{
-    if (stFather.uiNextLevelType == YAML_DATATYPE_NONE)
-        stFather.uiNextLevelType = uiDataType;
-}
-
-// Hangs a node below a father as its last child.
-inline void ChildAppend(YamlListNode &stFather, YamlListNode &stChild) noexcept
-{
-    stChild.pstFather = &stFather;
-    ChildTypeFix(stFather, stChild.uiDataType);
-    if (stFather.uiDataType == YAML_DATATYPE_SEQ)
-        stChild.uPlace.uiNumber =
-            HasChildren(stFather) ? NodeOf(stFather.stChildList.prev, NodeLink::Seq)->uPlace.uiNumber + 1 : 0;
-    ListInsertAfter(*stFather.stChildList.prev, LinkIn(stFather, stChild));
-}
-
 // Numbers the elements of a sequence anew, after one went or came that was not the last.
 void ElementsNumber(const YamlListNode &stSeq) noexcept;
 
@@ -51,6 +33,14 @@ void ChildrenDetach(YamlListNode &stFather) noexcept;
             return pstNode;
     }
     return UnmarkedCollection(stCurrNode, uiDataType);
+}
+
+// Whether a node is the first one below its father.
+[[nodiscard]] inline bool IsFirstChild(const YamlListNode &stNode) noexcept
+{
+    const YamlListNode &stFather = *stNode.pstFather;
+    const NodeLink eLink = stFather.uiNextLevelType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
+    return NodeOf(stFather.stChildList.next, eLink) == &stNode;
 }
 
 // Whether the current node is a key of the map that still waits for its value.

@@ -5,6 +5,9 @@
 
 #include "parse_internal.h"
 
+using namespace zryaml;
+using namespace zryaml::parse;
+
 struct YamlStoreBlock {
     YamlStoreBlock *pstOlder;
 };
@@ -45,6 +48,16 @@ void zryaml::parse::StoreClose(YamlHandle &stHandle) noexcept
 {
     stHandle.stStore.uiBlockSize = 0;
     stHandle.stStore.ulFree = 0;
+}
+
+void zryaml::parse::StoreTakeOver(YamlHandle &stHandle, YamlHandle &stOther) noexcept
+{
+    YamlStoreBlock **ppstEnd = &stOther.stStore.pstBlocks;
+    while (*ppstEnd != nullptr)
+        ppstEnd = &(*ppstEnd)->pstOlder;
+    *ppstEnd = stHandle.stStore.pstBlocks;
+    stHandle.stStore.pstBlocks = stOther.stStore.pstBlocks;
+    stOther.stStore.pstBlocks = nullptr;
 }
 
 void zryaml::parse::StoreRelease(YamlHandle &stHandle) noexcept

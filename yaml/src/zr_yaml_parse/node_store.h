@@ -11,6 +11,8 @@ namespace zryaml::parse {
 // From now on pieces come from blocks. Not where the address sanitizer is to watch the border of each piece.
 void StoreOpen(YamlHandle &stHandle) noexcept;
 void StoreClose(YamlHandle &stHandle) noexcept;
+// Makes the blocks of another document, whose store is closed, blocks of this one.
+void StoreTakeOver(YamlHandle &stHandle, YamlHandle &stOther) noexcept;
 // Gives all blocks back.
 void StoreRelease(YamlHandle &stHandle) noexcept;
 

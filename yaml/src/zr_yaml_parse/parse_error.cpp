@@ -4,6 +4,9 @@
 
 #include <yaml.h>
 
+using namespace zryaml;
+using namespace zryaml::parse;
+
 namespace {
 
 int Line(const yaml_mark_t &stMark) noexcept

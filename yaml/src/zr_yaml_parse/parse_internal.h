@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the files of this folder share: node records, the key index, anchors, what copies cost.
+// What the files of this folder share: anchors, bounds, the log.
 #pragma once
 
 #include "../debug_switch.h"
@@ -13,39 +13,37 @@ namespace zryaml::parse {
 
 extern ZR_LogModule YamlLogModule;
 
-// --- node records (node.cpp) ---
+// Remembers a tag of the file if it is a core tag (scalar_form.cpp).
+void ScalarTagSet(YamlListNode &stNode, const char *pcTag) noexcept;
+// Remembers how the file wrote a scalar: libyaml's number of the style, and the tag, which may be NULL.
+inline void ScalarFormSet(YamlListNode &stNode, uint32_t uiStyle, const char *pcTag) noexcept
+{
+    stNode.uiState |= uiStyle << NODE_STYLE_SHIFT & NODE_STYLE_MASK;
+    if (pcTag != nullptr) [[unlikely]]
+        ScalarTagSet(stNode, pcTag);
+}
 
-// Gives a scalar a copy of a text. False if out of memory (logged).
-[[nodiscard]] bool TextSet(YamlHandle &stHandle, YamlListNode &stNode, std::string_view svText) noexcept;
-// A scalar with a text, in no place of the tree yet. NULL if out of memory (logged).
-[[nodiscard]] YamlListNode *ScalarCreate(YamlHandle &stHandle, std::string_view svText) noexcept;
-// Releases a record with all that it owns, without taking it out of any list.
-void NodeRelease(YamlListNode &stNode) noexcept;
-
-// --- keys of a map (map_key.cpp) ---
-
-struct SameKeys { // the keys of one map that have a certain text
-    YamlListNode *pstWritten = nullptr;
-    YamlListNode *pstMerged = nullptr;
-    uint64_t ulHash = 0; // of the text, where an index was asked for it
-};
-// Finds the keys of a map with a text, at the same cost however many keys it has. 12 if out of memory (logged).
-[[nodiscard]] uint32_t KeysFind(YamlListNode &stMap, const char *pcText, SameKeys &stFound) noexcept;
-// Hangs a key into a map, right after a key or, with a NULL one, as the first. ulHash is the one of KeysFind, or 0. 12
-// if out of memory (logged).
-[[nodiscard]] uint32_t KeyInsert(YamlListNode &stMap, YamlListNode *pstPrevious, YamlListNode &stKey,
-                                 uint64_t ulHash) noexcept;
-// Takes a key out of a map and releases it.
-void KeyRemove(YamlListNode &stMap, YamlListNode &stKey) noexcept;
-// Releases what served the insertion of keys, when a map ends.
-void KeyIndexRelease(YamlListNode &stMap) noexcept;
+// Logs that a marked key has no merged one (alias.cpp).
+[[nodiscard]] uint32_t MergedKeyMissing(const YamlListNode &stKey) noexcept;
 
 // --- anchors (anchor.cpp) ---
 
+// A record in no list, with a copy of the name. NULL if out of memory (logged).
+[[nodiscard]] YamlAnchorNode *AnchorCreate(YamlHandle &stHandle, const char *pcName) noexcept;
+// Records an anchor on a node; a collection's stays open until AnchorFinish. 12 if out of memory (logged).
+[[nodiscard]] uint32_t AnchorAdd(YamlHandle &stHandle, const char *pcName, YamlListNode &stNode,
+                                 uint32_t uiAnchorType) noexcept;
+// Finishes the anchor on a collection that ends.
+void AnchorFinish(YamlHandle &stHandle, const YamlListNode &stNode) noexcept;
+// The anchor of that name that was finished last, or NULL.
+[[nodiscard]] YamlAnchorNode *AnchorFind(const YamlHandle &stHandle, const char *pcName) noexcept;
 // Forgets every anchor of that name: a later alias of it is refused.
 void AnchorNameDrop(YamlHandle &stHandle, const char *pcName) noexcept;
 // Forgets the anchor on a node that is about to go, and the older ones of its name.
 void AnchorOfNodeDrop(YamlHandle &stHandle, const YamlListNode &stNode) noexcept;
+// Releases the records of one list, and all that a document has of them.
+void AnchorListRelease(YamlList &stHead) noexcept;
+void AnchorsRelease(YamlHandle &stHandle) noexcept;
 
 // --- bounds (bounds.cpp) ---
 
@@ -59,12 +57,4 @@ inline void OwnBytesAdd(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept
 // Charges the visit of one node by an alias or a merge, with the bytes of the text that it copies. 0 or 12 (logged).
 [[nodiscard]] uint32_t CopyCharge(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept;
 
-// --- copies (node_copy.cpp) ---
-
-// Fills the copy of a collection with copies of what hangs below its source; the copy of a scalar stands alone.
-[[nodiscard]] uint32_t ContentCopy(YamlHandle &stHandle, YamlListNode &stCopy, const YamlListNode &stSource) noexcept;
-
 } // namespace zryaml::parse
-
-using namespace zryaml;
-using namespace zryaml::parse;

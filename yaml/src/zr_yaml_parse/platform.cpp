@@ -4,6 +4,9 @@
 
 #include <pthread.h>
 
+using namespace zryaml;
+using namespace zryaml::parse;
+
 namespace {
 
 pthread_mutex_t g_stInitLock = PTHREAD_MUTEX_INITIALIZER;

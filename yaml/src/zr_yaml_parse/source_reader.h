@@ -2,36 +2,32 @@
 // Reads a source a second time, to tell what is wrong in it.
 #pragma once
 
-#include "load_explain.h"
+#include "source.h"
+#include "text_decoder.h"
 
 #include <array>
 
 namespace zryaml::parse {
 
-// Gives a source from its start, byte by byte, as UTF-8 without a byte order mark, whichever form of Unicode it has;
-// nothing if it cannot be read twice.
+// Gives a source character by character from its start, up to a number of bytes; nothing if it cannot be read twice.
 class SourceReader {
 public:
-    explicit SourceReader(const Source &stSource) noexcept;
+    static constexpr char32_t End = UINT32_MAX;
 
-    // The next byte, or EOF.
-    [[nodiscard]] int Next() noexcept;
-    // Bytes of the source itself that have been given; a character of UTF-16 counts once it is given whole.
-    [[nodiscard]] size_t At() const noexcept { return m_ulGiven == m_ulLength ? m_ulAt : m_ulAt - 1; }
+    explicit SourceReader(const Source &source, uint64_t bytes = UINT64_MAX) noexcept : m_source(source), m_bytes(bytes)
+    {}
+    // The next character, or End.
+    [[nodiscard]] char32_t Next() noexcept;
+    // Bytes of the source that have been read.
+    [[nodiscard]] uint64_t At() const noexcept { return m_at; }
 
 private:
-    void Rewind() noexcept;
-    [[nodiscard]] int RawNext() noexcept;
-    [[nodiscard]] int UnitNext() noexcept;
-    [[nodiscard]] bool CharRead() noexcept;
-
-    const Source &m_stSource;
-    size_t m_ulAt = 0;
-    bool m_bReadable = true;
-    bool m_bUtf16 = false;
-    bool m_bBigEndian = false;
-    std::array<unsigned char, 4> m_aucChar = {}; // one character of UTF-16 as UTF-8
-    size_t m_ulGiven = 0, m_ulLength = 0;        // bytes of it
+    const Source &m_source;
+    uint64_t m_bytes;
+    uint64_t m_at = 0;
+    TextDecoder m_decoder;
+    std::array<unsigned char, 4096> m_part; // bytes of the source read at once
+    size_t m_given = 0, m_length = 0;       // those of them that are given, and all
 };
 
 } // namespace zryaml::parse

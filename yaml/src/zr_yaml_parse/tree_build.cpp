@@ -1,237 +1,238 @@
 // SPDX-License-Identifier: Apache-2.0
 // From parse events to the tree: scalars, and the start and end of sequences and maps. What a start or a scalar makes
 // hangs in the innermost open collection; an end returns to the collection that it closes.
+#include "tree_builder.h"
+
+#include "event_stack.h"
+#include "map_key.h"
+#include "node.h"
 #include "parse_internal.h"
 
-#include <yaml.h>
+#include <utility>
+
+namespace zryaml::parse {
+
+struct CollectionKind { // how sequences and maps differ
+    uint32_t dataType;
+    uint32_t eventType;
+    const char *asKey; // refusal of such a collection as a key
+};
+constexpr CollectionKind SequenceKind = {YAML_DATATYPE_SEQ, YAML_SEQUENCE_START_EVENT,
+                                         "It does not support appearing a sequence event after map event."};
+constexpr CollectionKind MapKind = {YAML_DATATYPE_MAP, YAML_MAPPING_START_EVENT,
+                                    "It does not support continuous map events."};
 
 namespace {
 
-struct CollectionKind { // how sequences and maps differ
-    uint32_t uiDataType;
-    uint32_t uiEventType;
-    const char *pcAsKey; // refusal of such a collection as a key
-};
-constexpr CollectionKind g_stSequence = {YAML_DATATYPE_SEQ, YAML_SEQUENCE_START_EVENT,
-                                         "It does not support appearing a sequence event after map event."};
-constexpr CollectionKind g_stMap = {YAML_DATATYPE_MAP, YAML_MAPPING_START_EVENT,
-                                    "It does not support continuous map events."};
-
-const char *TextOf(const yaml_char_t *pucText) noexcept
+const char *TextOf(const yaml_char_t *text) noexcept
 {
-    return reinterpret_cast<const char *>(pucText);
+    return reinterpret_cast<const char *>(text);
 }
 
-YamlListNode *OpenCollection(const YamlHandle &stHandle, YamlListNode &stCurrNode) noexcept
+YamlListNode *OpenCollection(const YamlHandle &handle, YamlListNode &current) noexcept
 {
-    switch (yaml_CurrEventGet(&stHandle)) {
+    switch (OpenEventOf(handle)) {
     case YAML_SEQUENCE_START_EVENT:
-        return InnermostCollection(stCurrNode, YAML_DATATYPE_SEQ);
+        return InnermostCollection(current, YAML_DATATYPE_SEQ);
     case YAML_MAPPING_START_EVENT:
-        return InnermostCollection(stCurrNode, YAML_DATATYPE_MAP);
+        return InnermostCollection(current, YAML_DATATYPE_MAP);
     default:
         return nullptr;
     }
 }
 
-YamlListNode *CollectionCreate(YamlHandle &stHandle, const CollectionKind &stKind) noexcept
+ZRYAML_RARE void MapMemoryLog() noexcept
 {
-    YamlListNode *pstNode = yaml_ListNodeAlloc(&stHandle);
-    if (pstNode != nullptr) {
-        pstNode->uiDataType = stKind.uiDataType;
-        OwnBytesAdd(stHandle, 0);
-    } else if (&stKind == &g_stMap) {
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to allocate node for map node.");
+    YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to allocate node for map node.");
+}
+
+YamlListNode *CollectionCreate(YamlHandle &handle, const CollectionKind &kind) noexcept
+{
+    YamlListNode *node = NodeCreate(handle);
+    if (node != nullptr) {
+        node->uiDataType = kind.dataType;
+        OwnBytesAdd(handle, 0);
+    } else if (&kind == &MapKind) {
+        MapMemoryLog();
     }
-    return pstNode;
+    return node;
 }
 
 // Hangs the new value of a key that repeats a merged key under the merged one.
-uint32_t MarkedKeyValueSet(YamlHandle &stHandle, const YamlListNode &stKey, YamlListNode &stValue,
-                           const char *pcAnchor) noexcept
+ZRYAML_RARE uint32_t MarkedKeyValueSet(YamlHandle &handle, const YamlListNode &key, YamlListNode &value,
+                                       const char *anchor) noexcept
 {
-    YamlListNode *pstMerged = yaml_SameKeyFindInAnchor(&stKey);
-    if (pstMerged == nullptr)
+    YamlListNode *merged = MergedKeyOf(key);
+    if (merged == nullptr)
         return YAML_FAIL(YAML_ERR_PARSE,
-                         stValue.uiDataType == YAML_DATATYPE_SEQ
+                         value.uiDataType == YAML_DATATYPE_SEQ
                              ? "Failed to process sequence start event: can not find node in anchor but the current "
                                "father node has been set as same node with anchor. (Scalar=%s)"
                              : "Failed to process map start event: can not find node in anchor but the current "
                                "father node has been set as same node with anchor. (Scalar=%s)",
-                         stKey.pcValue);
-    if (pcAnchor != nullptr)
-        AnchorNameDrop(stHandle, pcAnchor); // it is not recorded, and an older one must not answer for it
-    return yaml_AnchorNodeReplace(&stValue, pstMerged);
+                         key.pcValue);
+    if (anchor != nullptr)
+        AnchorNameDrop(handle, anchor); // it is not recorded, and an older one must not answer for it
+    ValueReplace(*merged, value);
+    return YAML_OK;
 }
 
 // Hangs a collection below the root, in a sequence or under a key.
-void CollectionPlace(YamlListNode &stNode, YamlListNode *pstOpen, YamlListNode &stCurrNode) noexcept
+void CollectionPlace(YamlListNode &node, YamlListNode *open, YamlListNode &current) noexcept
 {
-    const bool bInSeq = pstOpen != nullptr && pstOpen->uiDataType == YAML_DATATYPE_SEQ;
-    if (bInSeq && stNode.uiDataType == YAML_DATATYPE_MAP)
-        return yaml_MapNodeAddInSeq(&stNode, &stCurrNode);
-    YamlListNode &stFather = bInSeq ? *pstOpen : stCurrNode;
-    ChildAppend(stFather, stNode);
-    if (stFather.uiDataType == YAML_DATATYPE_NONE && stNode.uiDataType == YAML_DATATYPE_MAP)
-        stFather.uiDataType = YAML_DATATYPE_MAP; // only the root
+    const bool isElement = open != nullptr && open->uiDataType == YAML_DATATYPE_SEQ;
+    if (isElement && node.uiDataType == YAML_DATATYPE_MAP)
+        return ElementPlace(node, current);
+    YamlListNode &father = isElement ? *open : current;
+    ChildAppend(father, node);
+    if (father.uiDataType == YAML_DATATYPE_NONE && node.uiDataType == YAML_DATATYPE_MAP)
+        father.uiDataType = YAML_DATATYPE_MAP; // only the root
 }
 
-// Places a new collection and opens it.
-uint32_t CollectionOpen(YamlHandle &stHandle, const CollectionKind &stKind, YamlListNode **ppstCurrNode,
-                        YamlListNode *pstOpen, const char *pcAnchor) noexcept
+ZRYAML_RARE uint32_t KeyRefuse(const CollectionKind &kind) noexcept
 {
-    YamlListNode *pstNode = CollectionCreate(stHandle, stKind);
-    if (pstNode == nullptr)
-        return YAML_ERR_NOMEM;
-    const bool bMarked = (*ppstCurrNode)->uiSameWithAnchor == 1;
-    if (bMarked) {
-        const uint32_t uiResult = MarkedKeyValueSet(stHandle, **ppstCurrNode, *pstNode, pcAnchor);
-        if (uiResult != YAML_OK) {
-            yaml_ListNodeFree(pstNode);
-            return uiResult;
-        }
-    } else {
-        CollectionPlace(*pstNode, pstOpen, **ppstCurrNode);
+    return YAML_FAIL(YAML_ERR_EVENT, "%s", kind.asKey);
+}
+
+ZRYAML_RARE uint32_t ScalarMemoryRefuse() noexcept
+{
+    return YAML_FAIL(YAML_ERR_NOMEM, "Failed to allocate memory for scalar node.");
+}
+
+ZRYAML_RARE uint32_t NulRefuse() noexcept
+{
+    return YAML_FAIL(YAML_ERR_EVENT, "The scalar holds a NUL character which is not supported.");
+}
+
+ZRYAML_RARE uint32_t ScalarAloneRefuse(uint32_t open) noexcept
+{
+    return YAML_FAIL(YAML_ERR_EVENT, "Unknown last event when add scalar data. (Event=%u)", open);
+}
+
+// Hangs the value of a key that overrides a merged one below the merged one.
+ZRYAML_RARE uint32_t OverrideValue(const YamlListNode &key, YamlListNode &value) noexcept
+{
+    YamlListNode *merged = MergedKeyOf(key);
+    if (merged == nullptr)
+        return MergedKeyMissing(key);
+    ValueReplace(*merged, value);
+    return YAML_OK;
+}
+
+// The two steps that each scalar of a file takes, so without a call.
+
+[[gnu::always_inline]] inline uint32_t InMapPlace(YamlListNode &scalar, YamlListNode &before, uint32_t &expected,
+                                                  HeldKey *held) noexcept
+{
+    if (expected != ExpectValue) {
+        expected = ExpectValue;
+        return KeyPlace(scalar, before, held);
     }
-    pstNode->uiState |= NODE_OPEN;
-    *ppstCurrNode = pstNode;
-    yaml_EventStartSet(&stHandle, stKind.uiEventType);
-    return bMarked ? YAML_OK : yaml_AnchorRecord(&stHandle, pcAnchor, pstNode, stKind.uiDataType);
+    expected = ExpectKey;
+    if (before.uiSameWithAnchor == 1) [[unlikely]]
+        return OverrideValue(before, scalar);
+    ChildAppend(before, scalar);
+    return YAML_OK;
 }
 
-uint32_t KeyRefuse(const CollectionKind &stKind) noexcept
+[[gnu::always_inline]] inline uint32_t ScalarPlace(TreeBuilder &builder, YamlListNode &scalar) noexcept
 {
-    const uint32_t uiCode = YAML_FAIL(YAML_ERR_EVENT, "%s", stKind.pcAsKey);
-    ErrorHintAdd("only a plain or quoted text can be a key");
-    return uiCode;
-}
-
-uint32_t CollectionStart(YamlHandle &stHandle, const CollectionKind &stKind, YamlListNode **ppstCurrNode,
-                         uint32_t uiLastEventType, const char *pcAnchor) noexcept
-{
-    YamlListNode *pstOpen = OpenCollection(stHandle, **ppstCurrNode);
-    const bool bInMap = pstOpen != nullptr && pstOpen->uiDataType == YAML_DATATYPE_MAP;
-    if (uiLastEventType == YAML_MAPPING_START_EVENT || (bInMap && !ValueExpected(*pstOpen, **ppstCurrNode)))
-        return KeyRefuse(stKind);
-    const uint32_t uiResult = DepthCheck(stHandle, 1);
-    return uiResult != YAML_OK ? uiResult : CollectionOpen(stHandle, stKind, ppstCurrNode, pstOpen, pcAnchor);
-}
-
-void CollectionEnd(YamlHandle &stHandle, uint32_t uiDataType, YamlListNode **ppstCurrNode) noexcept
-{
-    yaml_EventEndSet(&stHandle);
-    YamlListNode *pstClosed = InnermostCollection(**ppstCurrNode, uiDataType);
-    if (pstClosed == nullptr)
-        return;
-    pstClosed->uiState &= ~NODE_OPEN;
-    if (uiDataType == YAML_DATATYPE_MAP)
-        KeyIndexRelease(*pstClosed);
-    yaml_AnchorRecordEnd(&stHandle, pstClosed);
-    *ppstCurrNode = pstClosed;
-}
-
-// Hangs a node at the end of the sequence that the current node is or stands in.
-void ElementAdd(YamlListNode &stNewNode, YamlListNode &stCurrNode) noexcept
-{
-    YamlListNode *pstSeq = InnermostCollection(stCurrNode, YAML_DATATYPE_SEQ);
-    if (pstSeq != nullptr)
-        ChildAppend(*pstSeq, stNewNode);
+    YamlListNode &before = *std::exchange(builder.current, &scalar);
+    scalar.pstFather = &before;
+    scalar.uiDataType = YAML_DATATYPE_SCALAR;
+    const uint32_t open = OpenEventOf(builder.handle);
+    if (open == YAML_MAPPING_START_EVENT)
+        return InMapPlace(scalar, before, builder.expected, builder.mayHold ? &builder.held : nullptr);
+    if (open != YAML_SEQUENCE_START_EVENT)
+        return ScalarAloneRefuse(open);
+    ElementPlace(scalar, before);
+    return YAML_OK;
 }
 
 } // namespace
 
-uint32_t yaml_ScalarProcess(const yaml_event_t *pstEvent, YamlListNode **ppstCurrNode, YamlHandle *pstHandle,
-                            uint32_t *puiKeyValueFlag, [[maybe_unused]] uint32_t uiLastEventType)
+void ElementPlace(YamlListNode &element, YamlListNode &current) noexcept
 {
-    const auto &stScalar = pstEvent->data.scalar;
-    const std::string_view svText(TextOf(stScalar.value), stScalar.length);
-    if (svText.find('\0') != std::string_view::npos)
-        return YAML_FAIL(YAML_ERR_EVENT, "The scalar holds a NUL character which is not supported.");
-    YamlListNode *pstNode = ScalarCreate(*pstHandle, svText);
-    if (pstNode == nullptr)
-        return YAML_FAIL(YAML_ERR_NOMEM, "Failed to allocate memory for scalar node.");
+    YamlListNode *sequence = InnermostCollection(current, YAML_DATATYPE_SEQ);
+    if (sequence != nullptr)
+        ChildAppend(*sequence, element);
+}
 
-    YamlListNode *pstBefore = *ppstCurrNode;
-    const uint32_t uiResult = yaml_ScalarNodeAdd(pstHandle, pstNode, ppstCurrNode, puiKeyValueFlag);
-    if (uiResult != YAML_OK) {
-        yaml_ListNodeFree(pstNode);
-        *ppstCurrNode = pstBefore;
-        return uiResult;
+uint32_t ScalarPlaceInMap(YamlListNode &scalar, YamlListNode &before, uint32_t &expected, HeldKey *held) noexcept
+{
+    return InMapPlace(scalar, before, expected, held);
+}
+
+uint32_t TreeBuilder::PlaceScalar(YamlListNode &scalar) noexcept
+{
+    return ScalarPlace(*this, scalar);
+}
+
+uint32_t TreeBuilder::TakeScalar(const yaml_event_t &event) noexcept
+{
+    const auto &written = event.data.scalar;
+    const std::string_view text(TextOf(written.value), written.length);
+    // Nowhere but in double quotes an escape stands for a NUL, and libyaml refuses one that stands there itself.
+    if (written.style == YAML_DOUBLE_QUOTED_SCALAR_STYLE && memchr(text.data(), '\0', text.size()) != nullptr)
+        return NulRefuse();
+    YamlListNode *scalar = ScalarCreate(handle, text);
+    if (scalar == nullptr)
+        return ScalarMemoryRefuse();
+    ScalarFormSet(*scalar, written.style, TextOf(written.tag));
+    YamlListNode *before = current;
+    const uint32_t result = ScalarPlace(*this, *scalar);
+    if (result != YAML_OK) {
+        NodeFree(*scalar);
+        current = before;
+        return result;
     }
-    OwnBytesAdd(*pstHandle, stScalar.length + 1);
-    return yaml_AnchorRecord(pstHandle, TextOf(stScalar.anchor), pstNode, YAML_DATATYPE_SCALAR);
+    OwnBytesAdd(handle, text.size() + 1);
+    return written.anchor == nullptr ? YAML_OK
+                                     : AnchorAdd(handle, TextOf(written.anchor), *scalar, YAML_DATATYPE_SCALAR);
 }
 
-uint32_t yaml_ScalarNodeAdd(YamlHandle *pstHandle, YamlListNode *pstNewNode, YamlListNode **ppstCurrNode,
-                            uint32_t *puiKeyValueFlag)
+uint32_t TreeBuilder::Open(const CollectionKind &kind, uint32_t eventBefore, const yaml_char_t *anchorText) noexcept
 {
-    YamlListNode *pstCurrNode = *ppstCurrNode;
-    pstNewNode->pstFather = pstCurrNode;
-    pstNewNode->uiDataType = YAML_DATATYPE_SCALAR;
-    *ppstCurrNode = pstNewNode;
-    const uint32_t uiOpen = yaml_CurrEventGet(pstHandle);
-    if (uiOpen == YAML_SEQUENCE_START_EVENT)
-        return yaml_ScalarNodeAddInSeq(pstNewNode, pstCurrNode);
-    if (uiOpen == YAML_MAPPING_START_EVENT)
-        return yaml_ScalarNodeAddInMap(pstNewNode, pstCurrNode, puiKeyValueFlag);
-    const uint32_t uiCode = YAML_FAIL(YAML_ERR_EVENT, "Unknown last event when add scalar data. (Event=%u)", uiOpen);
-    ErrorHintAdd("a document is a map or a sequence: is a space missing after a ':' or '-'?");
-    return uiCode;
-}
-
-uint32_t yaml_ScalarNodeAddInMap(YamlListNode *pstNewNode, YamlListNode *pstCurrNode, uint32_t *puiKeyValueFlag)
-{
-    if (*puiKeyValueFlag != 1) {
-        *puiKeyValueFlag = 1;
-        return yaml_ScalarNodeAddWithKeyRole(pstNewNode, pstCurrNode);
+    const char *anchor = TextOf(anchorText);
+    YamlListNode *open = OpenCollection(handle, *current);
+    const bool isInMap = open != nullptr && open->uiDataType == YAML_DATATYPE_MAP;
+    if (eventBefore == YAML_MAPPING_START_EVENT || (isInMap && !ValueExpected(*open, *current)))
+        return KeyRefuse(kind);
+    uint32_t result = DepthCheck(handle, 1);
+    if (result != YAML_OK)
+        return result;
+    YamlListNode *node = CollectionCreate(handle, kind);
+    if (node == nullptr)
+        return YAML_ERR_NOMEM;
+    const bool isMarked = current->uiSameWithAnchor == 1;
+    if (isMarked)
+        result = MarkedKeyValueSet(handle, *current, *node, anchor);
+    else
+        CollectionPlace(*node, open, *current);
+    if (result != YAML_OK) {
+        NodeFree(*node);
+        return result;
     }
-    *puiKeyValueFlag = 0;
-    if (pstCurrNode->uiSameWithAnchor != 1) {
-        ChildAppend(*pstCurrNode, *pstNewNode);
-        return YAML_OK;
-    }
-    YamlListNode *pstMerged = yaml_SameKeyFindInAnchor(pstCurrNode);
-    if (pstMerged == nullptr)
-        return YAML_FAIL(YAML_ERR_PARSE,
-                         "Can not find node in anchor but the current father node has been set as same node with "
-                         "anchor. (Scalar=%s)",
-                         pstCurrNode->pcValue);
-    return yaml_AnchorNodeReplace(pstNewNode, pstMerged);
+    node->uiState |= NODE_OPEN;
+    if (kind.dataType == YAML_DATATYPE_MAP)
+        KeysBegin(*node);
+    current = node;
+    EventPush(handle, kind.eventType);
+    return isMarked || anchor == nullptr ? YAML_OK : AnchorAdd(handle, anchor, *node, kind.dataType);
 }
 
-uint32_t yaml_ScalarNodeAddInSeq(YamlListNode *pstNewNode, YamlListNode *pstCurrNode)
+void TreeBuilder::Close(uint32_t dataType) noexcept
 {
-    ElementAdd(*pstNewNode, *pstCurrNode);
-    return YAML_OK;
+    EventPop(handle);
+    YamlListNode *closed = InnermostCollection(*current, dataType);
+    if (closed == nullptr)
+        return;
+    closed->uiState &= ~NODE_OPEN;
+    if ((closed->uiState & NODE_GROWING) != 0)
+        KeysEnd(*closed);
+    if ((closed->uiState & NODE_ANCHORED) != 0)
+        AnchorFinish(handle, *closed);
+    current = closed;
 }
 
-uint32_t yaml_SeqStartProcess(const yaml_event_t *pstEvent, uint32_t uiLastEventType, YamlListNode **ppstCurrNode,
-                              YamlHandle *pstHandle)
-{
-    return CollectionStart(*pstHandle, g_stSequence, ppstCurrNode, uiLastEventType,
-                           TextOf(pstEvent->data.sequence_start.anchor));
-}
-
-uint32_t yaml_SeqEndProcess(YamlHandle *pstHandle, YamlListNode **ppstCurrNode, uint32_t *puiKeyValueFlag)
-{
-    CollectionEnd(*pstHandle, YAML_DATATYPE_SEQ, ppstCurrNode);
-    *puiKeyValueFlag = 0;
-    return YAML_OK;
-}
-
-uint32_t yaml_MapStartProcess(const yaml_event_t *pstEvent, uint32_t uiLastEventType, YamlListNode **ppstCurrNode,
-                              YamlHandle *pstHandle)
-{
-    return CollectionStart(*pstHandle, g_stMap, ppstCurrNode, uiLastEventType,
-                           TextOf(pstEvent->data.mapping_start.anchor));
-}
-
-void yaml_MapNodeAddInSeq(YamlListNode *pstNewNode, YamlListNode *pstCurrNode)
-{
-    ElementAdd(*pstNewNode, *pstCurrNode);
-}
-
-void yaml_MapEndProcess(YamlHandle *pstHandle, YamlListNode **ppstCurrNode)
-{
-    CollectionEnd(*pstHandle, YAML_DATATYPE_MAP, ppstCurrNode);
-}
+} // namespace zryaml::parse

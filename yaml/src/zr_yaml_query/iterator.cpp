@@ -3,6 +3,9 @@
 // each element that is a map, if its value is a scalar. They only read the tree.
 #include "key_query.h"
 
+using namespace zryaml;
+using namespace zryaml::query;
+
 namespace {
 
 // The key whose pair an entry gives: of a map the key itself, of a sequence the first key of an element that is a map.
@@ -61,9 +64,14 @@ YamlIterator *yaml_IteratorCreate(YamlHandle *pstHandle, const char *pcKeyFormat
     va_start(stArgs, pcKeyFormat);
     KeyQuery stQuery(*pstHandle, pcKeyFormat, stArgs);
     va_end(stArgs);
-    YamlListNode *pstNode = stQuery.Find();
-    YamlListNode *pstContainer = pstNode != nullptr ? yaml_IteratorGetByNode(pstNode) : nullptr;
-    return pstContainer != nullptr ? IteratorAlloc(pstNode->uiNextLevelType, pstContainer) : nullptr;
+    YamlListNode *pstNode = stQuery.NodeFind().pstNode;
+    if (pstNode == nullptr)
+        return nullptr;
+    YamlListNode *pstContainer = yaml_IteratorGetByNode(pstNode);
+    if (pstContainer != nullptr)
+        return IteratorAlloc(pstNode->uiNextLevelType, pstContainer);
+    stQuery.NodeExplain(*pstNode, "a map, or the sequence of a key");
+    return nullptr;
 }
 
 YamlListNode *yaml_IteratorGetByNode(YamlListNode *pstNode)

@@ -1,91 +1,114 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reads by key path, other than the text of a scalar and the size of a sequence: kind, place and value.
+// Finds what a formatted key path names, and explains why nothing is found.
 #include "key_query.h"
+#include "../value_lookup.h"
+
+using namespace zryaml;
+using namespace zryaml::query;
 // The format was checked where the caller wrote it; here it is handed on with its arguments.
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 
+// cppcheck-suppress uninitMemberVar ; the path is made when it is first needed
 KeyQuery::KeyQuery(YamlHandle &stHandle, const char *pcKeyFormat, va_list stArgs) noexcept
     : m_stHandle(stHandle), m_pcKeyFormat(pcKeyFormat)
 {
     va_copy(m_stArgs, stArgs);
 }
 
-KeyQuery::~KeyQuery()
+uint32_t KeyQuery::PathMake() noexcept
 {
-    if (ErrorIsSet()) {
-        char acPath[YAML_KEY_BUF_SIZE]; // formatted once more: the lookup has cut its copy into pieces
-        const bool bFormatted = vsnprintf(acPath, sizeof(acPath), m_pcKeyFormat, m_stArgs) >= 0; // maybe cut
-        ErrorKeyPathAdd(bFormatted ? acPath : m_pcKeyFormat);
-        ErrorFileAdd(ZRYAML_NameGet(&m_stHandle));
+    if (m_bPath)
+        return YAML_OK;
+    m_bPath = true;
+    return PathFormat(m_acPath, m_pcKeyFormat, m_stArgs);
+}
+
+void KeyQuery::Explain() noexcept
+{
+    (void)PathMake();
+    ErrorKeyPathAdd(m_acPath);
+    ErrorFileAdd(ZRYAML_NameGet(&m_stHandle));
+}
+
+// Where nothing is found, what typed reads say of the path is said as well.
+void KeyQuery::PathExplain() noexcept
+{
+    const PathEnd stEnd = PathFollow(ZRYAML_RootGet(&m_stHandle), m_acPath);
+    if (stEnd.code != YAML_OK) {
+        PathEndExplain(stEnd);
+    } else { // lookups by format take no index behind '}'
+        ErrorSentence("nothing is found by this key path");
+        ErrorHintAdd("write a key with backslashes, as in a\\.b[0], where an index follows it");
     }
-    va_end(m_stArgs);
 }
 
-YamlListNode *KeyQuery::Find() noexcept
+void KeyQuery::NodeExplain(const YamlListNode &stNode, const char *pcWanted) noexcept
 {
-    va_list stArgs;
-    va_copy(stArgs, m_stArgs);
-    YamlListNode *pstNode = yaml_NodeGetByKey(&m_stHandle, &m_uiIndexed, m_pcKeyFormat, stArgs);
-    va_end(stArgs);
-    if (pstNode != nullptr)
-        ReadMark(*pstNode);
-    return pstNode;
+    const YamlListNode *pstValue = m_uiIndexed == 1 ? &stNode : FirstChild(stNode);
+    if (pstValue != nullptr)
+        KindExplain(*pstValue, pcWanted);
+    else if (PathMake() == YAML_OK) // the path ends with the text of a scalar, which is no key
+        PathExplain();
+    Explain();
 }
 
-namespace {
-
-const YamlListNode *ValueFind(YamlHandle *pstHandle, const char *pcKeyFormat, va_list stArgs) noexcept
+Found KeyQuery::NodeFind() noexcept
 {
-    ErrorClear();
-    if (pstHandle == nullptr || pcKeyFormat == nullptr) {
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is null.");
-        return nullptr;
+    const Found stFound = OrdinaryFind();
+    if (stFound.pstNode != nullptr)
+        ReadMark(*stFound.pstNode);
+    return stFound;
+}
+
+Found KeyQuery::OrdinaryFind() noexcept
+{
+    m_uiIndexed = 0;
+    Found stFound = {nullptr, PathMake()};
+    if (stFound.uiCode == YAML_OK) {
+        stFound = PathWalk(m_stHandle, m_acPath, m_uiIndexed);
+        if (stFound.pstNode == nullptr)
+            PathExplain();
     }
-    KeyQuery stQuery(*pstHandle, pcKeyFormat, stArgs);
-    YamlListNode *pstNode = stQuery.Find();
-    if (pstNode == nullptr || stQuery.Indexed() == 1)
-        return pstNode;
-    const YamlListNode *pstValue = FirstChild(*pstNode);
-    if (pstValue == nullptr) // the path ends with the text of a scalar, which is no key
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_EMPTY, "There is not any data in the child list.");
-    return pstValue;
+    if (stFound.pstNode == nullptr)
+        Explain();
+    return stFound;
 }
 
-} // namespace
-
-const YamlListNode *ZRYAML_ValueFind(YamlHandle *pstHandle, const char *pcKeyFormat, ...)
+uint32_t KeyQuery::ValueFind(const YamlListNode *&pstValue) noexcept
 {
-    va_list stArgs;
-    va_start(stArgs, pcKeyFormat);
-    const YamlListNode *pstValue = ValueFind(pstHandle, pcKeyFormat, stArgs);
-    va_end(stArgs);
-    return pstValue;
+    const Found stFound = NodeFind();
+    if (stFound.pstNode == nullptr)
+        return stFound.uiCode;
+    pstValue = m_uiIndexed == 1 ? stFound.pstNode : FirstChild(*stFound.pstNode);
+    if (pstValue != nullptr)
+        return YAML_OK;
+    YAML_LOG(YAML_LOG_ERROR, YAML_ERR_EMPTY, "There is not any data in the child list.");
+    NodeExplain(*stFound.pstNode, "");
+    return YAML_ERR_EMPTY;
 }
 
-const YamlListNode *ZRYAML_PathFind(YamlHandle *pstHandle, const char *pcKeyPath)
+uint32_t KeyQuery::Read(const YamlListNode *&pstValue) noexcept
 {
-    return ZRYAML_ValueFind(pstHandle, pcKeyPath != nullptr ? "%s" : nullptr, pcKeyPath);
+    return OrdinaryRead(pstValue);
 }
 
-uint32_t ZRYAML_TypeGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...)
+uint32_t KeyQuery::OrdinaryRead(const YamlListNode *&pstValue) noexcept
 {
-    va_list stArgs;
-    va_start(stArgs, pcKeyFormat);
-    const YamlListNode *pstValue = ValueFind(pstHandle, pcKeyFormat, stArgs);
-    va_end(stArgs);
-    return ZRYAML_ValueTypeGet(pstValue);
-}
-
-uint32_t ZRYAML_PositionGet(YamlHandle *pstHandle, uint32_t *puiLine, uint32_t *puiColumn, const char *pcKeyFormat, ...)
-{
-    if (puiLine == nullptr || puiColumn == nullptr)
-        pstHandle = nullptr; // refused below
-    va_list stArgs;
-    va_start(stArgs, pcKeyFormat);
-    const YamlListNode *pstValue = ValueFind(pstHandle, pcKeyFormat, stArgs);
-    va_end(stArgs);
-    if (pstValue == nullptr)
-        return ZRYAML_LastErrorGet()->uiCode;
-    ZRYAML_ValuePositionGet(pstValue, puiLine, puiColumn);
-    return YAML_OK;
+    if (const uint32_t uiCode = PathMake(); uiCode != YAML_OK) {
+        Explain();
+        return uiCode;
+    }
+    const PathEnd stEnd = PathFollow(ZRYAML_RootGet(&m_stHandle), m_acPath);
+    if (stEnd.code == YAML_OK) {
+        ReadMark(*stEnd.value);
+        pstValue = stEnd.value;
+        return YAML_OK;
+    }
+    if (stEnd.code == YAML_ERR_NOT_FOUND)
+        ErrorNote(stEnd.code, "%s", ""); // not logged
+    else
+        YAML_LOG(YAML_LOG_ERROR, stEnd.code, "Can not read the value with key. (Key=%s)", m_acPath);
+    PathEndExplain(stEnd);
+    Explain();
+    return stEnd.code;
 }

@@ -1,32 +1,48 @@
 // SPDX-License-Identifier: Apache-2.0
-// One public read by key path: finds the node, and when the read has failed, however it did, adds the path and the
-// document's name to the error record.
+// One read by a formatted key path. When it fails, however it does, the error record has the path, the document's name
+// and what a person is told.
 #pragma once
 
-#include "query_internal.h"
+#include "node_find.h"
+#include "read_mark.h"
 
 namespace zryaml::query {
 
 class KeyQuery {
 public:
     KeyQuery(YamlHandle &stHandle, const char *pcKeyFormat, va_list stArgs) noexcept;
-    ~KeyQuery();
+    ~KeyQuery() { va_end(m_stArgs); }
     KeyQuery(const KeyQuery &) = delete;
     KeyQuery &operator=(const KeyQuery &) = delete;
 
-    // The node at the path, or NULL (logged).
-    [[nodiscard]] YamlListNode *Find() noexcept;
+    // By the rules of lookups by format: the node at the path, a key or an element; none with a code (logged).
+    [[nodiscard]] Found NodeFind() noexcept;
     // Whether the path's last component selected an element.
     [[nodiscard]] uint32_t Indexed() const noexcept { return m_uiIndexed; }
+    // As above, the value there.
+    [[nodiscard]] uint32_t ValueFind(const YamlListNode *&pstValue) noexcept;
+
+    // By the rule of typed reads (value_lookup.h): YAML_OK and the value, or YAML_ERR_NOT_FOUND (not logged),
+    // _NODE_TYPE, _KEY, _INDEX or _BUF (logged).
+    [[nodiscard]] uint32_t Read(const YamlListNode *&pstValue) noexcept;
+
+    // Adds to a failure that has been noted since: path and document,
+    void Explain() noexcept;
+    // and that the value of the node found is of another kind than is wanted, such as "a scalar".
+    void NodeExplain(const YamlListNode &stNode, const char *pcWanted) noexcept;
 
 private:
+    Found OrdinaryFind() noexcept;
+    uint32_t OrdinaryRead(const YamlListNode *&pstValue) noexcept;
+    uint32_t PathMake() noexcept;
+    void PathExplain() noexcept;
+
     YamlHandle &m_stHandle;
     const char *m_pcKeyFormat;
     va_list m_stArgs;
     uint32_t m_uiIndexed = 0;
+    bool m_bPath = false;
+    char m_acPath[YAML_KEY_BUF_SIZE]; // made when it is first needed
 };
-
-// Marks the key whose value a node is, or that it is, and all keys above as read, while the debug switch is on.
-void ReadMark(const YamlListNode &stNode) noexcept;
 
 } // namespace zryaml::query

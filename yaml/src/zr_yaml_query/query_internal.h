@@ -3,36 +3,22 @@
 #pragma once
 
 #include "../debug_switch.h"
+#include "../key_path.h"
 #include "../node_tree.h"
 #include "../report.h"
-
-#include <string_view>
 
 namespace zryaml::query {
 
 extern ZR_LogModule YamlLogModule;
 
-// The characters that a backslash escapes in a key path.
-[[nodiscard]] constexpr bool IsMetaChar(char cChar) noexcept
-{
-    return cChar == '.' || cChar == '[' || cChar == ']' || cChar == '{' || cChar == '}';
-}
-
-[[nodiscard]] constexpr bool IsDigit(char cChar) noexcept
-{
-    return cChar >= '0' && cChar <= '9';
-}
-
-struct PathComponent {
-    std::string_view svName; // empty: an index alone
-    uint32_t uiIndex;        // YAML_INDEX_NONE: none
+// Where a component of a path stands; the log has words of its own for each.
+enum class PathPlace : uint8_t {
+    Name,  // a name, maybe in braces, maybe with an index
+    Index, // an index alone
+    Front, // an index at the front of a path into a document that is a sequence
 };
-// Reads the component of a path that begins at the parsed length, and adds to it. A plain one stays where it is; any
-// other goes to the name buffer by yaml_KeyParse. False if it is rejected (logged).
-[[nodiscard]] bool ComponentRead(char *pcKeyPath, char (&acName)[YAML_KEY_BUF_SIZE], uint32_t &uiParsedLen,
-                                 PathComponent &stComponent) noexcept;
+// Logs what a lookup by format refuses in a component and is the code of that, YAML_OK for nothing. What stands behind
+// an index may be left for later.
+[[nodiscard]] uint32_t PathRefuse(const PathComponent &stComponent, PathPlace ePlace, bool bTail = true) noexcept;
 
 } // namespace zryaml::query
-
-using namespace zryaml;
-using namespace zryaml::query;

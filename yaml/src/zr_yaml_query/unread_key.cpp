@@ -1,21 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-// Keys that nobody read: lookups, iterators and walks mark what they hand out while the debug switch is on, one bit in
-// the key, set without a lock; the walk lists the keys that have stayed unmarked.
+// Lists the keys that nobody has read.
+#include "../record_size.h"
 #include "../text_cut.h"
-#include "key_query.h"
+#include "../value_source.h"
+#include "read_mark.h"
+
+using namespace zryaml;
+using namespace zryaml::query;
 
 namespace {
-
-bool IsKey(const YamlListNode &stNode) noexcept
-{
-    const YamlListNode *pstFather = stNode.pstFather;
-    return pstFather != nullptr && pstFather->uiDataType == YAML_DATATYPE_MAP && pstFather->pstFather != nullptr;
-}
-
-bool IsRead(const YamlListNode &stKey) noexcept
-{
-    return (__atomic_load_n(&stKey.uiState, __ATOMIC_RELAXED) & NODE_READ) != 0;
-}
 
 // A key of no interest: a repeated one, which reads as the merged key, or a template for aliases and merges.
 bool IsPassedOver(const YamlListNode &stKey) noexcept
@@ -55,6 +48,7 @@ void UnreadFill(const YamlListNode &stKey, YamlUnreadKey &stUnread) noexcept
     const YamlListNode *pstWritten = stKey.uPrivate.pstSameKey; // where a merged key was overridden
     const YamlListNode &stPlace = pstWritten != nullptr ? *pstWritten : stKey;
     stUnread.pcKey = stKey.pcValue;
+    stUnread.pcSource = SourceNameOf(&stPlace);
     stUnread.uiLine = stPlace.uiLine;
     stUnread.uiColumn = stPlace.uiColumn;
     stUnread.uiFromAlias = stPlace.uiFromAlias;
@@ -65,25 +59,13 @@ void UnreadFill(const YamlListNode &stKey, YamlUnreadKey &stUnread) noexcept
 
 } // namespace
 
-void zryaml::query::ReadMark(const YamlListNode &stNode) noexcept
-{
-    if (DebugSwitch() == 0)
-        return;
-    for (const YamlListNode *pst = &stNode; pst != nullptr; pst = pst->pstFather) {
-        if (!IsKey(*pst))
-            continue;
-        if (IsRead(*pst))
-            return; // and so are all above
-        // The bit is the library's own and the only one that changes after the load.
-        __atomic_fetch_or(&const_cast<YamlListNode *>(pst)->uiState, NODE_READ, __ATOMIC_RELAXED);
-    }
-}
-
 uint32_t ZRYAML_UnreadKeyNext(YamlHandle *pstHandle, YamlUnreadKey *pstKey)
 {
     ErrorClear();
     if (pstHandle == nullptr || pstKey == nullptr)
         return YAML_FAIL(YAML_ERR_PARAM, "The parameter is null.");
+    if (!RecordFits(*pstKey))
+        return YAML_FAIL(YAML_ERR_PARAM, "The record is too small. (Size=%u)", pstKey->uiSize);
     if (DebugSwitch() == 0)
         return YAML_FAIL(YAML_ERR_SWITCH_OFF, "The debug switch has not been open.");
     const YamlListNode *pstFrom = pstKey->pstNode != nullptr ? Behind(pstKey->pstNode) : ZRYAML_RootGet(pstHandle);

@@ -1,45 +1,64 @@
 // SPDX-License-Identifier: Apache-2.0
 // The two value queries by key path: the text of a scalar and the size of a sequence.
+#include "../value_source.h"
 #include "key_query.h"
 
 #include <time.h>
+
+using namespace zryaml;
+using namespace zryaml::query;
 
 namespace {
 
 char *ScalarGet(YamlHandle &stHandle, KeyQuery &stQuery) noexcept
 {
     struct timespec stStart = {};
-    yaml_StartPoint(&stStart);
-    YamlListNode *pstNode = stQuery.Find();
+    const bool bTimed = DebugSwitch() != 0;
+    if (bTimed)
+        yaml_StartPoint(&stStart);
+    YamlListNode *pstNode = stQuery.NodeFind().pstNode;
     if (pstNode == nullptr)
         return nullptr;
+    char *pcText = nullptr;
     if (stQuery.Indexed() != 1 && !HasChildren(*pstNode)) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_EMPTY, "There is not any data in the child list.");
+    } else {
+        pcText = yaml_NodeValueGet(pstNode, stQuery.Indexed());
+        if (bTimed)
+            yaml_QueryDbgInfoRecord(&stHandle, &stStart);
+    }
+    if (pcText == nullptr)
+        stQuery.NodeExplain(*pstNode, "a scalar");
+    return pcText;
+}
+
+// The sequence that an element is, or that is the value of a key; NULL if there is none (logged).
+const YamlListNode *SeqOf(const YamlListNode &stNode, bool bElement) noexcept
+{
+    const uint32_t uiType = bElement ? stNode.uiDataType : stNode.uiNextLevelType;
+    if (uiType != YAML_DATATYPE_SEQ) {
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NODE_TYPE, "The value for specified key is not sequence node. (DataType=%u)",
+                 uiType);
         return nullptr;
     }
-    char *pcText = yaml_NodeValueGet(pstNode, stQuery.Indexed());
-    yaml_QueryDbgInfoRecord(&stHandle, &stStart);
-    return pcText;
+    const YamlListNode *pstSeq = bElement ? &stNode : nullptr;
+    if (!bElement && HasChildren(stNode))
+        pstSeq = NodeOf(stNode.stChildList.next, NodeLink::Seq);
+    if (pstSeq != nullptr && IsNode(*pstSeq) && pstSeq->uiDataType == YAML_DATATYPE_SEQ)
+        return pstSeq;
+    YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NODE_TYPE, "The current node is not sequence node. (DataType=%u)",
+             ZRYAML_ValueTypeGet(pstSeq));
+    return nullptr;
 }
 
 uint32_t SizeGet(KeyQuery &stQuery) noexcept
 {
-    const YamlListNode *pstNode = stQuery.Find();
+    const YamlListNode *pstNode = stQuery.NodeFind().pstNode;
     if (pstNode == nullptr)
         return 0;
-    const bool bElement = stQuery.Indexed() == 1; // stands for itself, a key for its value
-    const uint32_t uiType = bElement ? pstNode->uiDataType : pstNode->uiNextLevelType;
-    if (uiType != YAML_DATATYPE_SEQ) {
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NODE_TYPE, "The value for specified key is not sequence node. (DataType=%u)",
-                 uiType);
-        return 0;
-    }
-    const YamlListNode *pstSeq = bElement ? pstNode : nullptr;
-    if (!bElement && HasChildren(*pstNode))
-        pstSeq = NodeOf(pstNode->stChildList.next, NodeLink::Seq);
-    if (pstSeq == nullptr || !IsNode(*pstSeq) || pstSeq->uiDataType != YAML_DATATYPE_SEQ) {
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NODE_TYPE, "The current node is not sequence node. (DataType=%u)",
-                 ZRYAML_ValueTypeGet(pstSeq));
+    const YamlListNode *pstSeq = SeqOf(*pstNode, stQuery.Indexed() == 1);
+    if (pstSeq == nullptr) {
+        stQuery.NodeExplain(*pstNode, "a sequence");
         return 0;
     }
     uint32_t uiCount = 0;
@@ -105,5 +124,6 @@ char *yaml_NodeValueGet(YamlListNode *pstNode, uint32_t uiIndexed)
         break;
     }
     ErrorPlaceAdd(pstValue->uiLine, pstValue->uiColumn);
+    ErrorFileAdd(SourceNameOf(pstValue));
     return nullptr;
 }

@@ -1,42 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 // Walking a document value by value: maps as they read, without the keys that a merge marked as repeated.
-#include "key_query.h"
+#include "../record_size.h"
+#include "read_mark.h"
+#include "value_entry.h"
 
-#include <string_view>
+using namespace zryaml;
+using namespace zryaml::query;
 
 namespace {
-
-// The next entry of a collection that shows, from a place on.
-const YamlListNode *Shown(NodeRange::Iterator stEntry) noexcept
-{
-    while (!(stEntry == NodeRange::End{}) && (*stEntry).uiSameWithAnchor == 1)
-        ++stEntry;
-    return stEntry == NodeRange::End{} ? nullptr : &*stEntry;
-}
-
-const YamlListNode *EntryFirst(const YamlListNode *pstValue) noexcept
-{
-    return pstValue == nullptr ? nullptr : Shown(Children(*pstValue).begin());
-}
-
-const YamlListNode *EntryNext(const YamlListNode &stValue, const YamlListNode &stEntry) noexcept
-{
-    const NodeLink eLink = ChildLinkOf(stValue);
-    return Shown({LinkOf(stEntry, eLink).next, &stValue.stChildList, eLink});
-}
-
-// An entry of a map is a key, which leads to its value; an entry of a sequence is the value itself.
-const YamlListNode *EntryValue(const YamlListNode &stValue, const YamlListNode &stEntry) noexcept
-{
-    return stValue.uiDataType == YAML_DATATYPE_MAP ? FirstChild(stEntry) : &stEntry;
-}
 
 void ChildFill(const YamlListNode &stValue, const YamlListNode &stEntry, uint32_t uiIndex, YamlChild &stChild) noexcept
 {
     const YamlListNode *pstBelow = EntryValue(stValue, stEntry);
     const bool bMap = stValue.uiDataType == YAML_DATATYPE_MAP;
     ReadMark(stEntry);
-    stChild = {bMap ? stEntry.pcValue : nullptr, pstBelow, ZRYAML_ValueTypeGet(pstBelow), uiIndex, &stEntry};
+    stChild.uiType = ZRYAML_ValueTypeGet(pstBelow);
+    stChild.uiIndex = uiIndex;
+    stChild.pcKey = bMap ? stEntry.pcValue : nullptr;
+    stChild.pstValue = pstBelow;
+    stChild.pstEntry = &stEntry;
 }
 
 } // namespace
@@ -85,11 +67,12 @@ uint32_t ZRYAML_ChildCountGet(const YamlListNode *pstValue)
 
 uint32_t ZRYAML_ChildNextGet(const YamlListNode *pstValue, YamlChild *pstChild)
 {
-    if (pstChild == nullptr)
+    if (pstChild == nullptr || !RecordFits(*pstChild))
         return YAML_ERR_PARAM;
+    if (pstValue == nullptr)
+        return YAML_ERR_ITER_END;
     const YamlListNode *pstLast = pstChild->pstEntry;
-    const YamlListNode *pstEntry =
-        pstLast == nullptr || pstValue == nullptr ? EntryFirst(pstValue) : EntryNext(*pstValue, *pstLast);
+    const YamlListNode *pstEntry = pstLast == nullptr ? EntryFirst(pstValue) : EntryNext(*pstValue, *pstLast);
     if (pstEntry == nullptr)
         return YAML_ERR_ITER_END;
     ChildFill(*pstValue, *pstEntry, pstLast == nullptr ? 0 : pstChild->uiIndex + 1, *pstChild);
@@ -98,11 +81,9 @@ uint32_t ZRYAML_ChildNextGet(const YamlListNode *pstValue, YamlChild *pstChild)
 
 uint32_t ZRYAML_ChildGet(const YamlListNode *pstValue, uint32_t uiIndex, YamlChild *pstChild)
 {
-    if (pstChild == nullptr)
+    if (pstChild == nullptr || !RecordFits(*pstChild))
         return YAML_ERR_PARAM;
-    const YamlListNode *pstEntry = EntryFirst(pstValue);
-    for (uint32_t ui = 0; pstEntry != nullptr && ui < uiIndex; ++ui)
-        pstEntry = EntryNext(*pstValue, *pstEntry);
+    const YamlListNode *pstEntry = EntryAt(pstValue, uiIndex);
     if (pstEntry == nullptr)
         return YAML_ERR_ITER_END;
     ChildFill(*pstValue, *pstEntry, uiIndex, *pstChild);
@@ -113,12 +94,9 @@ const YamlListNode *ZRYAML_ChildFind(const YamlListNode *pstValue, const char *p
 {
     if (ZRYAML_ValueTypeGet(pstValue) != YAML_DATATYPE_MAP || pcKey == nullptr)
         return nullptr;
-    const WantedKey stWanted({pcKey, ulKeyLen});
-    for (const YamlListNode *pst = EntryFirst(pstValue); pst != nullptr; pst = EntryNext(*pstValue, *pst)) {
-        if (stWanted.IsOf(*pst)) {
-            ReadMark(*pst);
-            return FirstChild(*pst);
-        }
-    }
-    return nullptr;
+    const YamlListNode *pstEntry = KeyFind(*pstValue, {pcKey, ulKeyLen});
+    if (pstEntry == nullptr)
+        return nullptr;
+    ReadMark(*pstEntry);
+    return FirstChild(*pstEntry);
 }

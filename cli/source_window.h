@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: Apache-2.0
+// What stands around a place in a source, for excerpts: a window of one line, however long the line or the file is.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace zryaml::cli {
+
+struct SourceWindow {
+    std::string text;        // the line, or a part of it
+    size_t place = 0;        // where in the text the column is; its end if the line is shorter
+    bool cut_before = false; // the line has more in front
+    bool cut_after = false;  // or behind
+};
+
+// Reads a file, or standard input by its name, up to the place and no further than the window. None if the source
+// cannot be read twice, is UTF-16, or has no such line.
+[[nodiscard]] std::optional<SourceWindow> source_window(const std::string &file, uint32_t line, uint32_t column);
+
+} // namespace zryaml::cli

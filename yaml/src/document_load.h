@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+// Loading as layers need it: with settings of their own, and with a document that takes over the nodes of another.
+#pragma once
+
+#include <string_view>
+
+#include <zr_yaml_problem.h>
+
+namespace zryaml {
+
+// Bits of YamlHandle::uiLoadFlags.
+constexpr uint32_t LOAD_TAGS = 1U;        // !append, !prepend, !replace and !unset are noted in their nodes
+constexpr uint32_t LOAD_TAGS_SEEN = 2U;   // there was one
+constexpr uint32_t LOAD_MERGE_FORMS = 4U; // "<<" takes maps and sequences of maps as they stand
+
+struct LoadSettings {
+    uint32_t flags = 0;
+    uint32_t nodeState = 0; // bits that each node begins with
+    uint32_t depthUsed = 0; // collections that the document will lie in
+};
+
+// As ZRYAML_FileLoad and ZRYAML_TextLoad.
+[[nodiscard]] YamlHandle *DocumentOfFile(const char *path, const LoadSettings &settings) noexcept;
+[[nodiscard]] YamlHandle *DocumentOfText(std::string_view text, const char *name,
+                                         const LoadSettings &settings) noexcept;
+
+// An empty document that can take nodes until DocumentClose. NULL if out of memory (logged).
+[[nodiscard]] YamlHandle *DocumentOpen(const char *name) noexcept;
+void DocumentClose(YamlHandle &handle) noexcept;
+
+} // namespace zryaml

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+// Which source a value was read from.
+#pragma once
+
+#include <zr_yaml.h>
+
+namespace zryaml {
+
+// Path or name of the source that a node's place lies in; "" if there is none. Belongs to the document.
+[[nodiscard]] inline const char *SourceNameOf(const YamlListNode *pstNode) noexcept
+{
+    return ZRYAML_NameGet(ZRYAML_DocumentGet(pstNode));
+}
+
+} // namespace zryaml
