@@ -44,6 +44,8 @@ private:
 };
 
 [[nodiscard]] Diagnostic diagnostic_of(const Error &error);
+// What a list of problems holds; releases the list.
+[[nodiscard]] std::vector<Diagnostic> diagnostics_take(YamlProblems *problems);
 
 // Whether an error is about the writing of a key path.
 [[nodiscard]] bool is_malformed(const Error &error) noexcept;
