@@ -20,11 +20,13 @@ struct Options {
     std::vector<std::string> files;  // "-" is standard input
     std::optional<std::string> path; // none: the whole document
     std::optional<std::string> fallback;
+    std::vector<std::string> redact;  // key paths, with stars, of texts to hide
     std::string type;                 // "": no type is asked for
     std::string diagnostics = "text"; // how mistakes are told
     bool null = false;                // results end with NUL, and are written as they are
     bool pretty = false;
     bool recursive = false;
+    bool typed = false; // numbers, booleans and null as such
     int verbose = 0;
 };
 

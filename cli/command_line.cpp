@@ -2,6 +2,7 @@
 // Describes the tables of commands and options to CLI11, and turns its exceptions into the command's own.
 #include "command_line.h"
 #include "command_table.h"
+#include "redact.h"
 #include "usage.h"
 
 #include <CLI/CLI.hpp>
@@ -75,6 +76,8 @@ void option_add(CLI::App &app, const Option &option, Options &options)
 {
     CLI::Option *added = std::visit(OptionBind{app, option, options}, option.target);
     const std::string values = option.values;
+    if (option.commands == "*")
+        added->group("What is shown");
     if (!values.empty())
         added->type_name(values);
     if (values.find('|') != std::string::npos)
@@ -191,6 +194,7 @@ Invocation command_line_read(const std::vector<std::string> &arguments)
     } catch (const CLI::ParseError &error) {
         throw usage_failure(command_of(app), app.remaining(true), error.what());
     }
+    (void)patterns_read(invocation.options.redact); // a wrong one is told before anything is printed
     return invocation;
 }
 

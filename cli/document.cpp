@@ -5,7 +5,7 @@
 namespace zryaml::cli {
 
 OpenDocument::OpenDocument(const Options &options, const std::string &file)
-    : options_(options), document_(document_load(file))
+    : options_(options), document_(document_load(file)), redactor_(options.redact, document_.root())
 {}
 
 OpenDocument::OpenDocument(const Options &options) : OpenDocument(options, options.files.front()) {}

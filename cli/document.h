@@ -3,8 +3,8 @@
 #pragma once
 
 #include "failure.h"
+#include "redact.h"
 
-#include <string_view>
 #include <zr_yaml.hpp>
 
 namespace zryaml::cli {
@@ -27,12 +27,16 @@ public:
 
     [[nodiscard]] Value root() const { return document_.root(); }
     [[nodiscard]] const Document &document() const noexcept { return document_; }
+    // The text of a scalar as it may be shown.
+    [[nodiscard]] std::string_view text(const Value &scalar) const { return redactor_.text(scalar); }
+    [[nodiscard]] const Redactor &redactor() const noexcept { return redactor_; }
     // A warning about a value, of the code for texts that are no value.
     [[nodiscard]] Diagnostic remark(const Value &value, std::string message) const;
 
 private:
     const Options &options_;
     Document document_;
+    Redactor redactor_;
 };
 
 } // namespace zryaml::cli

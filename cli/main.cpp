@@ -13,10 +13,10 @@ namespace zryaml::cli {
 
 namespace {
 
-// Diagnostics tell what went wrong; log records are for those who ask for them.
+// Diagnostics tell what went wrong; log records are for those who ask for them, and could tell what is to be hidden.
 void log_level_choose(const Options &options)
 {
-    if (options.verbose == 0)
+    if (options.verbose == 0 || !options.redact.empty())
         ZR_LogLevelSet(ZR_LOG_NOTHING);
     else
         ZR_LogLevelSet(options.verbose > 1 ? ZR_LOG_NOTE : ZR_LOG_WARNING);

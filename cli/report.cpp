@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the formats have in common.
 #include "report.h"
+#include "redact.h"
 
 #include <algorithm>
 
@@ -8,21 +9,42 @@ namespace zryaml::cli {
 
 namespace {
 
-std::unique_ptr<Reporter> reporter_for(const std::string &format)
+class HidingReporter : public Reporter { // hands on what --redact leaves
+public:
+    HidingReporter(std::unique_ptr<Reporter> reporter, const Options &options)
+        : reporter_(std::move(reporter)), patterns_(patterns_read(options.redact))
+    {}
+    void report(const Diagnostic &diagnostic) override { reporter_->report(redacted(diagnostic, patterns_)); }
+    void end() override { reporter_->end(); }
+
+private:
+    std::unique_ptr<Reporter> reporter_;
+    std::vector<PathPattern> patterns_;
+};
+
+std::unique_ptr<Reporter> format_reporter(const std::string &format, const Options &options)
 {
-    return format == "json" ? json_reporter() : text_reporter();
+    return format == "json" ? json_reporter() : text_reporter(options.redact.empty());
+}
+
+std::unique_ptr<Reporter> reporter_for(const std::string &format, const Options &options)
+{
+    std::unique_ptr<Reporter> reporter = format_reporter(format, options);
+    if (options.redact.empty())
+        return reporter;
+    return std::make_unique<HidingReporter>(std::move(reporter), options);
 }
 
 } // namespace
 
 std::unique_ptr<Reporter> reporter_make(const Options &options)
 {
-    return reporter_for(options.diagnostics);
+    return reporter_for(options.diagnostics, options);
 }
 
 std::unique_ptr<Reporter> side_reporter_make(const Options &options)
 {
-    return reporter_for(options.diagnostics == "json" ? "json" : "text");
+    return reporter_for(options.diagnostics == "json" ? "json" : "text", options);
 }
 
 const char *level_name(const Diagnostic &diagnostic) noexcept

@@ -47,6 +47,8 @@ try {
 
 class TextReporter : public Reporter {
 public:
+    explicit TextReporter(bool excerpts) : excerpts_(excerpts && error_is_terminal()) {}
+
     void report(const Diagnostic &diagnostic) override
     {
         const Place place = {diagnostic.line, diagnostic.column};
@@ -89,15 +91,15 @@ private:
         return diagnostic.level == YAML_PROBLEM_WARNING ? palette_.warning : palette_.note;
     }
 
-    bool excerpts_ = error_is_terminal();
+    bool excerpts_;
     Palette palette_ = error_has_colour() ? colours : Palette();
 };
 
 } // namespace
 
-std::unique_ptr<Reporter> text_reporter()
+std::unique_ptr<Reporter> text_reporter(bool excerpts)
 {
-    return std::make_unique<TextReporter>();
+    return std::make_unique<TextReporter>(excerpts);
 }
 
 } // namespace zryaml::cli

@@ -73,8 +73,17 @@ printf 'k: 1\nx: 2\nk: 3\n' >again.yaml
 printf 'a: b\nc: \xff\n' >bytes.yaml
 printf 'a\033b: 1\n' >$'n\nl.yaml'
 printf '? %s\n: {x: 1}\n' "$(printf 'k%.0s' {1..2000})" >key.yaml
+cat >typed.yaml <<'YAML'
+a: [~, '', True, no, -007, 0x1F, +.5, "5", !!int "5", !!str 5]
+b: [.inf, 18446744073709551616]
+YAML
 long=$(printf 'x%.0s' {1..100000})
 deep=$(printf '[%.0s' {1..512})$(printf ']%.0s' {1..512})
+
+cat >base.yaml <<'YAML'
+db: {password: hunter2, host: h, url: "pg://${db.password}@${db.host}"}
+servers: [{name: a, port: 80}]
+YAML
 
 # Paths as they are; defaults for what is absent only; types; the other reads; wrong use and its words.
 table <<'ROWS'
@@ -152,6 +161,8 @@ table <<'ROWS'
 0 json hollow.yaml b => [[],"c"]\n
 0 json --pretty conf.yaml server => {\n    "host": "h",\n    "port": "9000"\n}\n
 0 json empty.yaml => null\n
+0 json --typed typed.yaml => {"a":[null,"",true,"no",-7,31,0.5,"5",5,"5"],"b":[".inf","18446744073709551616"]}\n
+0 json --typed typed.yaml =! typed.yaml:2:11: warning: b[1]: 
 1 json empty.yaml a
 1 json - <<<"[$deep]"
 0 check [a,b] conf.yaml => 2 checked, 2 valid, 0 invalid, 0 unreadable\n
@@ -176,6 +187,14 @@ table <<'ROWS'
 2 json conf.yaml --prety =! zryaml: note: did you mean '--pretty'?
 2 --diagnostics xml check conf.yaml
 2 check
+0 json base.yaml servers --typed --redact servers[*].p* => [{"name":"a","port":"***"}]\n
+0 get base.yaml db.password --redact db.* => ***\n
+0 get base.yaml servers[0].name --redact servers.name => a\n
+0 list base.yaml db --redact db.url --redact {db}.password => password\t***\nhost\th\nurl\t***\n
+0 dump base.yaml --redact db.** => { db: \n    { password: ***, host: ***, url: *** }, \n  servers: \n    [ { name: a, port: 80 } ] }\n
+1 get base.yaml db.password --type int --redact db.* =! base.yaml:1:16: error: db.password: the value is wrong; --redact hides it
+1 check - --redact a <<<"'secret': b: c" =! <stdin>:1:12: error: 
+2 json base.yaml --redact db..password =! zryaml: error: --redact: 'db..password' is not a pattern
 2 get =! zryaml: error: FILE is required
 2 get =! zryaml: note: see zryaml get --help
 ROWS

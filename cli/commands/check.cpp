@@ -2,7 +2,6 @@
 // zryaml check: loads many files, reports each that fails, and sums up.
 #include "../document.h"
 #include "../output.h"
-#include "../report.h"
 #include "../terminal.h"
 
 #include <cstdio>

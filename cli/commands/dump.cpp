@@ -2,6 +2,7 @@
 // zryaml dump: a picture of the document for people.
 #include "../document.h"
 #include "../output.h"
+#include "../tree_writer.h"
 
 namespace zryaml::cli {
 
@@ -40,13 +41,21 @@ Failure dump_failure(const OpenDocument &open)
     return {Status::missing, std::move(diagnostic)};
 }
 
-std::string dump_of(const OpenDocument &open)
+// The document with *** in the place of what is hidden: its JSON reads as the same tree.
+Document hidden_copy(const OpenDocument &open)
+{
+    JsonText json;
+    TreeWriter<JsonText>(json, open).write(open.root());
+    return required(Document::parse(json.text(), open.document().name()));
+}
+
+std::string dump_of(const OpenDocument &open, const Document &document)
 {
     std::string text;
     uint32_t size = first_size;
     for (;;) {
         text.resize(size);
-        if (ZRYAML_ContextDump(open.document().handle(), size, text.data()) == YAML_OK)
+        if (ZRYAML_ContextDump(document.handle(), size, text.data()) == YAML_OK)
             return text.substr(0, text.find('\0'));
         if (ZRYAML_LastErrorGet()->uiCode != YAML_ERR_BUF || size == last_size)
             throw dump_failure(open);
@@ -59,7 +68,8 @@ std::string dump_of(const OpenDocument &open)
 Status dump_run(const Options &options)
 {
     const OpenDocument open(options);
-    output_item(dump_of(open));
+    const bool hide = !options.redact.empty() && open.root().exists();
+    output_item(hide ? dump_of(open, hidden_copy(open)) : dump_of(open, open.document()));
     return Status::found;
 }
 

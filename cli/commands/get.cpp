@@ -64,10 +64,12 @@ Status get_run(const Options &options)
     const Type &type = type_find(options.type);
     default_check(options, type);
     const OpenDocument open(options);
-    Result<std::string_view> text = type.read(open.find());
+    const Value value = open.find();
+    Result<std::string_view> text = type.read(value);
     if (options.fallback)
         text = text.value_or(*options.fallback);
-    output_item(required(std::move(text)), options.null);
+    const std::string_view found = required(std::move(text));
+    output_item(value.exists() ? open.text(value) : found, options.null);
     return Status::found;
 }
 

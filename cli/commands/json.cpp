@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // zryaml json: the tree as it reads, aliases and merges resolved. Every scalar is a string, because a document's texts
-// have no types.
+// have no types, unless they are asked for.
 #include "../document.h"
 #include "../output.h"
 #include "../tree_writer.h"
@@ -31,11 +31,12 @@ private:
     size_t used_ = 0;
 };
 
-template <class Writer> void json_write(const Value &value)
+template <class Writer> void json_write(const OpenDocument &open, const Value &value, const Options &options)
 {
     OutputStream stream;
     Writer writer(stream);
-    TreeWriter<Writer>(writer).write(value);
+    const std::unique_ptr<Reporter> reporter = options.typed ? side_reporter_make(options) : nullptr;
+    TreeWriter<Writer>(writer, open, reporter.get()).write(value);
     stream.Put('\n');
     stream.Flush();
 }
@@ -49,9 +50,9 @@ Status json_run(const Options &options)
     const Value value = options.path ? open.require() : open.root();
     using Pretty = rapidjson::PrettyWriter<OutputStream, rapidjson::UTF8<>, rapidjson::UTF8<>, ThrowingAllocator>;
     if (options.pretty)
-        json_write<Pretty>(value);
+        json_write<Pretty>(open, value, options);
     else
-        json_write<JsonWriter<OutputStream>>(value);
+        json_write<JsonWriter<OutputStream>>(open, value, options);
     return Status::found;
 }
 

@@ -22,16 +22,15 @@ std::string field_text(std::string_view text)
     return field;
 }
 
-void pair_write(const Item &pair, bool null)
+void pair_write(const OpenDocument &open, const Item &pair, bool null)
 {
     if (!pair.value.is_scalar())
         return;
-    const std::string_view text = pair.value.text().value_or("");
     if (null) {
         output_item(pair.key, true);
-        output_item(text, true);
+        output_item(open.text(pair.value), true);
     } else {
-        output_item(field_text(pair.key) + '\t' + field_text(text));
+        output_item(field_text(pair.key) + '\t' + field_text(open.text(pair.value)));
     }
 }
 
@@ -42,12 +41,12 @@ Status list_run(const Options &options)
     const OpenDocument open(options);
     const Value value = open.collection();
     for (const auto &[key, below] : value.items())
-        pair_write({key, below}, options.null);
+        pair_write(open, {key, below}, options.null);
     if (!value.is_sequence())
         return Status::found;
     for (const Value &element : value) { // the first key of each map
         if (element.is_map() && !element.empty())
-            pair_write(*element.items().begin(), options.null);
+            pair_write(open, *element.items().begin(), options.null);
     }
     return Status::found;
 }

@@ -119,17 +119,18 @@ _zryaml_offer_paths() {
 # something else is wanted there.
 _zryaml_offer_options() {
     local options=(--diagnostics --verbose --help)
+    [ -z "$1" ] || options+=(--redact)
     case $1 in
     '') options+=(--version) ;;
     get) options+=(--default --type --null) ;;
     list) options+=(--null) ;;
     keys) options+=(--null --recursive) ;;
-    json) options+=(--pretty) ;;
+    json) options+=(--typed --pretty) ;;
     esac
     case $3 in
     --type) options=(int uint float bool duration bytes string) ;;
     --diagnostics) options=(text json) ;;
-    --default) options=() ;;
+    --default | --redact) options=() ;;
     *)
         case $2 in
         --type=*) options=(--type={int,uint,float,bool,duration,bytes,string}) ;;
@@ -150,7 +151,7 @@ _zryaml() {
     last=$((${#_zryaml_words[@]} - 1))
     for ((index = 1; index < last; index++)); do
         _zryaml_unquote "${_zryaml_words[index]}"
-        if [[ -n $may_be_option && $before == --@(default|type|diagnostics) ]]; then
+        if [[ -n $may_be_option && $before == --@(default|type|diagnostics|redact) ]]; then
             before= # this was its value
             continue
         fi
