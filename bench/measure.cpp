@@ -1,127 +1,90 @@
 // SPDX-License-Identifier: Apache-2.0
-// Google Benchmark chooses the number of rounds, spreads the repetitions of all measurements over the run in random
-// order and offers its flags. It times a whole benchmark at once, so the times that count, those of each contestant in
-// each round, are taken here.
+// Google Benchmark repeats the pairs, mixes their repetitions in random order and writes what comes out. It times whole
+// benchmarks, not the sides of a pair, so those times are taken here.
 #include "measure.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <cstdio>
 #include <ctime>
-#include <deque>
-#include <unistd.h>
+#include <vector>
 
 namespace zryaml::bench {
 
 namespace {
 
-constexpr double SampleNs = 200e3; // shorter work is repeated, so that reading the clock does not count
+constexpr double SampleSeconds = 200e-6; // shorter work is repeated, so that reading the clock does not count
 
-std::deque<Measure> g_measures; // in the order in which they were added
+double g_round_seconds = 0.1;
 
 // Time that this process was given, kernel included. What other programs take in the middle of a sample is not in it;
 // all contestants compute, none waits.
-double ProcessorNs()
+double ProcessorSeconds()
 {
-    timespec stNow = {};
-    (void)clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &stNow);
-    return static_cast<double>(stNow.tv_sec) * 1e9 + static_cast<double>(stNow.tv_nsec);
+    timespec now = {};
+    (void)clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
-double TimeOf(const Contestant &stContestant)
+double MedianOf(std::vector<double> numbers)
 {
-    const double dStart = ProcessorNs();
-    stContestant.stWork(stContestant.uiCalls);
-    return ProcessorNs() - dStart;
+    const auto middle = numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2);
+    std::nth_element(numbers.begin(), middle, numbers.end());
+    return *middle;
 }
 
-void CallsFind(Contestant &stContestant)
-{
-    stContestant.uiCalls = 1;
-    while (TimeOf(stContestant) < SampleNs)
-        stContestant.uiCalls *= 2;
-}
-
-// What Google Benchmark would print says nothing about the pairs; a dot shows that the run goes on.
-class Silent : public benchmark::BenchmarkReporter {
+class Side {
 public:
-    bool ReportContext(const Context &) override { return true; }
-    void ReportRuns(const std::vector<Run> &) override {}
+    explicit Side(Contestant contestant) : m_contestant(std::move(contestant))
+    {
+        while (TotalSeconds() < SampleSeconds)
+            m_calls *= 2;
+    }
+    double ItemSeconds() const { return TotalSeconds() / (static_cast<double>(m_calls) * m_contestant.items); }
+
+private:
+    double TotalSeconds() const
+    {
+        const double start = ProcessorSeconds();
+        m_contestant.work(m_calls);
+        return ProcessorSeconds() - start;
+    }
+
+    Contestant m_contestant;
+    uint64_t m_calls = 1;
 };
 
-void RoundsRun(benchmark::State &stState, Measure &stMeasure)
+void Repetition(benchmark::State &state, const Contestant &library, const Contestant &peer)
 {
-    for ([[maybe_unused]] auto stIteration : stState)
-        stMeasure.Round();
-    if (isatty(STDERR_FILENO) != 0)
-        (void)fputc('.', stderr);
+    const Side first(library);
+    const Side second(peer);
+    std::vector<double> times;
+    std::vector<double> ratios;
+    const double end = ProcessorSeconds() + g_round_seconds;
+    for ([[maybe_unused]] auto iteration : state) {
+        while (ratios.size() % 2 == 1 || ratios.empty() || ProcessorSeconds() < end) {
+            const bool peer_first = ratios.size() % 2 == 1;
+            const double before = peer_first ? second.ItemSeconds() : 0;
+            times.push_back(first.ItemSeconds());
+            ratios.push_back(times.back() / (peer_first ? before : second.ItemSeconds()));
+        }
+        state.SetIterationTime(MedianOf(times));
+    }
+    state.counters["ratio"] = MedianOf(ratios);
 }
 
 } // namespace
 
-Spread SpreadOf(std::vector<double> numbers)
+void PairAdd(const std::string &name, Contestant library, Contestant peer)
 {
-    std::sort(numbers.begin(), numbers.end());
-    const auto At = [&numbers](double dPart) {
-        const double dPlace = dPart * static_cast<double>(numbers.size() - 1);
-        const auto ulBelow = static_cast<size_t>(dPlace);
-        const size_t ulAbove = std::min(ulBelow + 1, numbers.size() - 1);
-        return numbers[ulBelow] + (dPlace - static_cast<double>(ulBelow)) * (numbers[ulAbove] - numbers[ulBelow]);
+    const auto run = [library = std::move(library), peer = std::move(peer)](benchmark::State &state) {
+        Repetition(state, library, peer);
     };
-    return {At(0.25), At(0.5), At(0.75)};
+    benchmark::RegisterBenchmark(name.c_str(), run)->UseManualTime()->Iterations(1);
 }
 
-void Measure::Round()
+void RoundSecondsSet(double seconds)
 {
-    if (uiRounds == 0)
-        std::for_each(contestants.begin(), contestants.end(), CallsFind);
-    const bool bForward = uiRounds++ % 2 == 0;
-    for (size_t ul = 0; ul < contestants.size(); ++ul) {
-        Contestant &stNext = contestants[bForward ? ul : contestants.size() - 1 - ul];
-        stNext.samples.push_back(TimeOf(stNext) / stNext.uiCalls);
-    }
-}
-
-Spread Measure::Ratio() const
-{
-    std::vector<double> ratios;
-    for (uint32_t ui = 0; ui < uiRounds; ++ui)
-        ratios.push_back(contestants[0].samples[ui] / contestants[1].samples[ui]);
-    return SpreadOf(std::move(ratios));
-}
-
-Spread Measure::Nanoseconds(size_t ulWhich) const
-{
-    const Contestant &stContestant = contestants[ulWhich];
-    const Spread stCall = SpreadOf(stContestant.samples);
-    return {stCall.dLow / stContestant.dItems, stCall.dMedian / stContestant.dItems,
-            stCall.dHigh / stContestant.dItems};
-}
-
-void MeasureAdd(Measure stMeasure, uint32_t uiRepeats, double dSeconds)
-{
-    Measure &stAdded = g_measures.emplace_back(std::move(stMeasure));
-    const std::string name = stAdded.name + "/" + stAdded.contestants.back().name;
-    benchmark::RegisterBenchmark(name.c_str(), [&stAdded](benchmark::State &stState) { RoundsRun(stState, stAdded); })
-        ->Repetitions(static_cast<int>(uiRepeats))
-        ->MinTime(dSeconds)
-        ->UseRealTime();
-}
-
-void MeasuresRun()
-{
-    Silent stReporter;
-    benchmark::RunSpecifiedBenchmarks(&stReporter);
-}
-
-std::vector<const Measure *> MeasuresGet()
-{
-    std::vector<const Measure *> measures;
-    for (const Measure &stMeasure : g_measures) {
-        if (stMeasure.uiRounds > 0)
-            measures.push_back(&stMeasure);
-    }
-    return measures;
+    g_round_seconds = seconds;
 }
 
 } // namespace zryaml::bench

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// The measurements of the suite, by what they are about.
+// A suite is a file that adds measurements to the run; a new one needs nothing but its file:
+//
+//   const Suite added([](const Setting &setting) { PairAdd("suite/what is done/peer", ...); });
 #pragma once
 
 #include <memory>
@@ -12,27 +14,34 @@
 
 namespace zryaml::bench {
 
-// How often a measurement comes up, and how long it lasts each time at least.
-struct Budget {
-    uint32_t uiRepeats;
-    double dSeconds;
+struct Setting {
+    std::vector<Document> files; // configuration files: those given by the user, or the generated ones
+    std::string folder;          // for documents of a suite's own
+};
+
+class Suite {
+public:
+    using Add = void (*)(const Setting &setting);
+
+    explicit Suite(Add add) { Added().push_back(add); }
+
+    static void AddAll(const Setting &setting)
+    {
+        for (const Add add : Added())
+            add(setting);
+    }
+
+private:
+    static std::vector<Add> &Added()
+    {
+        static std::vector<Add> s_added;
+        return s_added;
+    }
 };
 
 using HandlePtr = std::shared_ptr<YamlHandle>;
 
 // Loads a text that is measured later on. Throws std::runtime_error.
 [[nodiscard]] HandlePtr HandleOf(const std::string &text);
-
-// Loading and releasing each document, against the event loop and against the loaders of whole documents.
-void LoadMeasuresAdd(const std::vector<Document> &documents, Budget stLoopBudget, Budget stLoaderBudget);
-
-// Loading and releasing the hard documents, against the event loop.
-void HardMeasuresAdd(const std::vector<Document> &documents, Budget stBudget);
-
-// ZRYAML_PropertyGet with seven components, against the same lookup elsewhere and a plain walk over the same nodes.
-void LookupMeasuresAdd(Budget stBudget);
-
-// What one item costs in documents of three sizes.
-void GrowthMeasuresAdd(Budget stBudget);
 
 } // namespace zryaml::bench

@@ -1,16 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
-// Formatted texts, and Markdown tables whose columns line up on a terminal too.
+// Formatted texts.
 #pragma once
 
+#include <cstdarg>
+#include <cstdio>
 #include <string>
-#include <vector>
 
 namespace zryaml::bench {
 
-// A printf-style text.
-[[nodiscard]] std::string Printed(const char *pcFormat, ...) __attribute__((format(printf, 1, 2)));
-
-// A Markdown table. The first row is the head; all have as many cells as it has. ASCII only.
-[[nodiscard]] std::string MarkdownTable(const std::vector<std::vector<std::string>> &rows);
+// A printf-style text of at most 255 bytes.
+__attribute__((format(printf, 1, 2))) [[nodiscard]] inline std::string Printed(const char *format, ...)
+{
+    char text[256];
+    va_list values;
+    va_start(values, format);
+    (void)vsnprintf(text, sizeof text, format, values);
+    va_end(values);
+    return text;
+}
 
 } // namespace zryaml::bench
