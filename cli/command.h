@@ -26,7 +26,9 @@ struct Options {
     bool null = false;                // results end with NUL, and are written as they are
     bool pretty = false;
     bool recursive = false;
-    bool typed = false; // numbers, booleans and null as such
+    bool review = false; // tell what a document probably does not mean
+    bool strict = false; // warnings count as errors
+    bool typed = false;  // numbers, booleans and null as such
     int verbose = 0;
 };
 

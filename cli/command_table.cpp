@@ -27,6 +27,7 @@ constexpr Option option_table[] = {
     {"get list keys", "-0,--null", "", &Options::null,
      "End each text with NUL instead of a newline, and write it as it is"},
     {"keys", "-r,--recursive", "", &Options::recursive, "Print the paths of everything below the value"},
+    {"check", "--strict", "", &Options::strict, "Count warnings as errors"},
     {"json", "--typed", "", &Options::typed, "Write numbers, booleans and null as such; without it all are strings"},
     {"json", "--pretty", "", &Options::pretty, "Indent the output"},
     {"*", "--redact", "PATTERN", &Options::redact, "Print *** for texts on key paths such as db.password or **.secret"},

@@ -5,10 +5,15 @@
 namespace zryaml::cli {
 
 OpenDocument::OpenDocument(const Options &options, const std::string &file)
-    : options_(options), document_(document_load(file)), redactor_(options.redact, document_.root())
+    : options_(options), document_(document_load(options, file, remarks_)), redactor_(options.redact, document_.root())
 {}
 
-OpenDocument::OpenDocument(const Options &options) : OpenDocument(options, options.files.front()) {}
+OpenDocument::OpenDocument(const Options &options) : OpenDocument(options, options.files.front())
+{
+    const std::unique_ptr<Reporter> reporter = side_reporter_make(options);
+    for (const Diagnostic &remark : remarks_)
+        reporter->report(remark);
+}
 
 Diagnostic OpenDocument::remark(const Value &value, std::string message) const
 {

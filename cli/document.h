@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// From FILE and PATH to a value; and from what the library says about a mistake to a Failure with its exit status.
+// From FILE and PATH to a value; and from what the library says about a mistake to a Failure
+// with its exit status.
 #pragma once
 
 #include "failure.h"
@@ -12,9 +13,10 @@ namespace zryaml::cli {
 // A document as a command sees it. Values belong to it.
 class OpenDocument {
 public:
-    // Loads a file, or standard input for "-"; throws a Failure that tells unreadable from invalid.
+    // Loads a file, or standard input for "-"; throws a Failure that tells unreadable from invalid. Warnings and notes
+    // of a success are kept.
     OpenDocument(const Options &options, const std::string &file);
-    // As above for the only file of a command.
+    // As above for the only file of a command; warnings and notes are told beside the result.
     explicit OpenDocument(const Options &options);
 
     // The value at the path that is asked for, which may be absent, or the top one without a path; throws a Failure if
@@ -30,11 +32,13 @@ public:
     // The text of a scalar as it may be shown.
     [[nodiscard]] std::string_view text(const Value &scalar) const { return redactor_.text(scalar); }
     [[nodiscard]] const Redactor &redactor() const noexcept { return redactor_; }
+    [[nodiscard]] const std::vector<Diagnostic> &remarks() const noexcept { return remarks_; }
     // A warning about a value, of the code for texts that are no value.
     [[nodiscard]] Diagnostic remark(const Value &value, std::string message) const;
 
 private:
     const Options &options_;
+    std::vector<Diagnostic> remarks_;
     Document document_;
     Redactor redactor_;
 };

@@ -19,9 +19,7 @@ bool is_unreadable(const Diagnostic &diagnostic)
     return diagnostic.line == 0 && std::ranges::count(unreadable_codes, diagnostic.code) > 0;
 }
 
-} // namespace
-
-Document document_load(const std::string &file)
+Document alone_load(const std::string &file)
 {
     Result<Document> document =
         file == input_argument ? Document::parse(input_text(), input_name) : Document::load(file);
@@ -29,6 +27,30 @@ Document document_load(const std::string &file)
         return std::move(document).value();
     Diagnostic diagnostic = diagnostic_of(document.error());
     throw Failure(is_unreadable(diagnostic) ? Status::misuse : Status::missing, std::move(diagnostic));
+}
+
+// As alone_load, with what the document probably does not mean.
+Document reviewed_load(const std::string &file, std::vector<Diagnostic> &remarks)
+{
+    const bool input = file == input_argument;
+    YamlProblems *problems = nullptr;
+    YamlHandle *handle = input ? ZRYAML_TextReview(input_text().data(), input_text().size(), input_name, &problems)
+                               : ZRYAML_FileReview(file.c_str(), &problems);
+    std::vector<Diagnostic> diagnostics = diagnostics_take(problems);
+    if (handle == nullptr) {
+        diagnostics.front().record = ZRYAML_LastErrorGet()->pcRecord;
+        const bool unreadable = is_unreadable(diagnostics.front());
+        throw Failure(unreadable ? Status::misuse : Status::missing, std::move(diagnostics));
+    }
+    std::ranges::move(diagnostics, std::back_inserter(remarks));
+    return Document::adopt(handle);
+}
+
+} // namespace
+
+Document document_load(const Options &options, const std::string &file, std::vector<Diagnostic> &remarks)
+{
+    return options.review ? reviewed_load(file, remarks) : alone_load(file);
 }
 
 } // namespace zryaml::cli

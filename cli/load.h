@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Loading a file.
+// Loading: one file, with what it probably does not mean if that is asked for.
 #pragma once
 
 #include "failure.h"
@@ -8,7 +8,7 @@
 
 namespace zryaml::cli {
 
-// Loads a file; throws a Failure that tells unreadable from invalid.
-[[nodiscard]] Document document_load(const std::string &file);
+// Loads a file by the options; throws a Failure. Adds warnings and notes of a success to the remarks.
+[[nodiscard]] Document document_load(const Options &options, const std::string &file, std::vector<Diagnostic> &remarks);
 
 } // namespace zryaml::cli

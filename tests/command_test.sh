@@ -69,6 +69,7 @@ printf 'a: {}\nb: [[], c]\n' >hollow.yaml
 cp seq.yaml '[a,b]'
 cp conf.yaml json
 printf 'a: 1\nb:\n\t- x\n' >tab.yaml
+printf 'list:\n  -a\n  -b\n' >fold.yaml
 printf 'k: 1\nx: 2\nk: 3\n' >again.yaml
 printf 'a: b\nc: \xff\n' >bytes.yaml
 printf 'a\033b: 1\n' >$'n\nl.yaml'
@@ -168,6 +169,9 @@ table <<'ROWS'
 0 check [a,b] conf.yaml => 2 checked, 2 valid, 0 invalid, 0 unreadable\n
 0 --diagnostics json check [a,b] => 1 checked, 1 valid, 0 invalid, 0 unreadable\n
 0 check - - <<<'a: b' => 2 checked, 2 valid, 0 invalid, 0 unreadable\n
+0 check fold.yaml => 1 checked, 1 valid, 0 invalid, 0 unreadable\n
+0 check fold.yaml =! fold.yaml:3:3: warning: list: 
+1 check --strict fold.yaml => 1 checked, 0 valid, 1 invalid, 0 unreadable\n
 2 check . => 1 checked, 0 valid, 0 invalid, 1 unreadable\n
 1 check again.yaml conf.yaml bytes.yaml => 3 checked, 1 valid, 2 invalid, 0 unreadable\n
 2 check missing.yaml again.yaml => 2 checked, 0 valid, 1 invalid, 1 unreadable\n

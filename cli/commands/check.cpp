@@ -4,6 +4,7 @@
 #include "../output.h"
 #include "../terminal.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace zryaml::cli {
@@ -40,15 +41,18 @@ struct Totals {
 
 class Checker {
 public:
-    explicit Checker(const Options &options) : options_(options), reporter_(reporter_make(options)) {}
+    explicit Checker(const Options &options) : options_(options), reporter_(reporter_make(options))
+    {
+        options_.review = true;
+    }
 
     void check(const std::string &file, const Progress &progress)
     {
         try {
             const OpenDocument open(options_, file);
-            ++totals_.valid;
+            ++(report(open.remarks(), progress) ? totals_.valid : totals_.invalid);
         } catch (const Failure &failure) {
-            report(failure.diagnostics(), progress);
+            (void)report(failure.diagnostics(), progress);
             ++(failure.exit_status() == Status::missing ? totals_.invalid : totals_.unreadable);
         }
     }
@@ -59,15 +63,18 @@ public:
     }
 
 private:
-    void report(const std::vector<Diagnostic> &found, const Progress &progress)
+    // False if there is an error, or what counts as one.
+    bool report(const std::vector<Diagnostic> &found, const Progress &progress)
     {
         if (!found.empty())
             progress.clear();
         for (const Diagnostic &diagnostic : found)
             reporter_->report(diagnostic);
+        const std::uint32_t worst = options_.strict ? YAML_PROBLEM_WARNING : YAML_PROBLEM_ERROR;
+        return std::ranges::none_of(found, [worst](const Diagnostic &one) { return one.level <= worst; });
     }
 
-    const Options &options_;
+    Options options_;
     std::unique_ptr<Reporter> reporter_;
     Totals totals_;
 };

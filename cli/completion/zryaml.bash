@@ -125,6 +125,7 @@ _zryaml_offer_options() {
     get) options+=(--default --type --null) ;;
     list) options+=(--null) ;;
     keys) options+=(--null --recursive) ;;
+    check) options+=(--strict) ;;
     json) options+=(--typed --pretty) ;;
     esac
     case $3 in

@@ -95,6 +95,22 @@ ZRYAML_API void ZRYAML_ProblemsPrint(const YamlProblems *pstProblems, FILE *pstF
 ZRYAML_API void ZRYAML_ProblemsFree(YamlProblems *pstProblems);
 
 /**
+ * Loads a file as ZRYAML_FileLoad does, and looks for what it probably does not mean. Warnings are given for
+ *
+ * - a line such as "-b" that goes on with a text, where "- b" would be an element of a sequence;
+ * - a key "<<" with a map or sequence written in place, which merges nothing.
+ *
+ * @param pcPath        Path of the file.
+ * @param ppstProblems  Receives the warnings, or the one error of a load that fails; may be NULL.
+ * @return As ZRYAML_FileLoad.
+ */
+ZRYAML_API YamlHandle *ZRYAML_FileReview(const char *pcPath, YamlProblems **ppstProblems);
+
+/** As ZRYAML_FileReview, for a text; the other arguments are those of ZRYAML_TextLoad. */
+ZRYAML_API YamlHandle *ZRYAML_TextReview(const char *pcText, size_t ulLength, const char *pcName,
+                                         YamlProblems **ppstProblems);
+
+/**
  * Finds what was probably meant: the one name that is clearly nearest to a text by insertions, deletions, changes and
  * swaps of neighbours; capitals of ASCII and small letters count as the same.
  *

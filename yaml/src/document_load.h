@@ -15,8 +15,9 @@ constexpr uint32_t LOAD_MERGE_FORMS = 4U; // "<<" takes maps and sequences of ma
 
 struct LoadSettings {
     uint32_t flags = 0;
-    uint32_t nodeState = 0; // bits that each node begins with
-    uint32_t depthUsed = 0; // collections that the document will lie in
+    uint32_t nodeState = 0;          // bits that each node begins with
+    uint32_t depthUsed = 0;          // collections that the document will lie in
+    YamlProblems **review = nullptr; // receives warnings about a document that loads
 };
 
 // As ZRYAML_FileLoad and ZRYAML_TextLoad.

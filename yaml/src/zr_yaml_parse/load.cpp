@@ -7,6 +7,7 @@
 #include "load_explain.h"
 #include "node_store.h"
 #include "parse_internal.h"
+#include "review.h"
 #include "tree_builder.h"
 
 #include <algorithm>
@@ -130,6 +131,8 @@ YamlHandle *DocumentLoad(Source &stSource, const char *pcName, const LoadSetting
     StoreClose(*pstHandle);
     if (uiResult == YAML_OK && pstHandle->auiEventStack[0] == 0) {
         yaml_ParseElapseTimeGet(pstHandle, &stStart);
+        if (stSettings.review != nullptr)
+            ReviewTell(stSource, *pstHandle, stSettings.review);
         return pstHandle;
     }
     YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARSE, "Parse file failed.");
