@@ -31,7 +31,8 @@ constexpr Option option_table[] = {
     {"json", "--typed", "", &Options::typed, "Write numbers, booleans and null as such; without it all are strings"},
     {"json", "--pretty", "", &Options::pretty, "Indent the output"},
     {"*", "--redact", "PATTERN", &Options::redact, "Print *** for texts on key paths such as db.password or **.secret"},
-    {"", "--diagnostics", "text|json", &Options::diagnostics, "How mistakes are told; json: one object a line"},
+    {"", "--diagnostics", "text|json|github|sarif", &Options::diagnostics,
+     "How mistakes are told; json: one object a line; github, sarif: on standard output"},
     {"", "-v,--verbose", "", &Options::verbose,
      "Show the library's log records on standard error; twice: notes as well"},
 };

@@ -24,6 +24,10 @@ private:
 
 std::unique_ptr<Reporter> format_reporter(const std::string &format, const Options &options)
 {
+    if (format == "github")
+        return github_reporter();
+    if (format == "sarif")
+        return sarif_reporter();
     return format == "json" ? json_reporter() : text_reporter(options.redact.empty());
 }
 

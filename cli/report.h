@@ -18,6 +18,8 @@ public:
 
 [[nodiscard]] std::unique_ptr<Reporter> text_reporter(bool excerpts);
 [[nodiscard]] std::unique_ptr<Reporter> json_reporter();
+[[nodiscard]] std::unique_ptr<Reporter> github_reporter();
+[[nodiscard]] std::unique_ptr<Reporter> sarif_reporter();
 
 // The reporter that is asked for.
 [[nodiscard]] std::unique_ptr<Reporter> reporter_make(const Options &options);

@@ -191,6 +191,7 @@ table <<'ROWS'
 2 json conf.yaml --prety =! zryaml: note: did you mean '--pretty'?
 2 --diagnostics xml check conf.yaml
 2 check
+1 --diagnostics github check [a,b] again.yaml => ::error file=again.yaml,line=3,col=1,title=YAML_ERR_SAME::the key 'k' stands twice in one map%0Arename or remove one of them\n2 checked, 1 valid, 1 invalid, 0 unreadable\n
 0 json base.yaml servers --typed --redact servers[*].p* => [{"name":"a","port":"***"}]\n
 0 get base.yaml db.password --redact db.* => ***\n
 0 get base.yaml servers[0].name --redact servers.name => a\n
@@ -238,6 +239,12 @@ holds last.json file=again.yaml line=3 column=1 first_line=1 first_column=1 code
 run 1 get conf.yaml list.x --diagnostics=json
 mv err last.json
 holds last.json path=list.x line=10 column=7 code=419430412
+run 1 check --diagnostics sarif again.yaml
+mv out sarif.json
+result="runs[0].results[0]"
+place=physicalLocation.region.startLine
+holds sarif.json version=2.1.0 runs[0].tool.driver.rules[0].id=YAML_ERR_SAME "$result.ruleId=YAML_ERR_SAME" \
+    "$result.locations[0].$place=3" "$result.relatedLocations[0].$place=1"
 
 # Log records come only with -v, notes with two.
 records() { "$zryaml" "$@" 2>&1 >out | grep -c 'yaml/src/'; }

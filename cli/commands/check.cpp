@@ -84,7 +84,10 @@ void totals_write(const Totals &totals, const Options &options)
     const std::string line = std::to_string(options.files.size()) + " checked, " + std::to_string(totals.valid) +
                              " valid, " + std::to_string(totals.invalid) + " invalid, " +
                              std::to_string(totals.unreadable) + " unreadable";
-    output_item(line);
+    if (options.diagnostics == "sarif") // standard output is one document
+        (void)fprintf(stderr, "%s\n", line.c_str());
+    else
+        output_item(line);
 }
 
 } // namespace

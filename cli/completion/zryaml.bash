@@ -130,12 +130,12 @@ _zryaml_offer_options() {
     esac
     case $3 in
     --type) options=(int uint float bool duration bytes string) ;;
-    --diagnostics) options=(text json) ;;
+    --diagnostics) options=(text json github sarif) ;;
     --default | --redact) options=() ;;
     *)
         case $2 in
         --type=*) options=(--type={int,uint,float,bool,duration,bytes,string}) ;;
-        --diagnostics=*) options=(--diagnostics={text,json}) ;;
+        --diagnostics=*) options=(--diagnostics={text,json,github,sarif}) ;;
         -*) ;;
         *) return 1 ;;
         esac
