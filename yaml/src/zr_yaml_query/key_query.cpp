@@ -2,6 +2,7 @@
 // Finds what a formatted key path names, and explains why nothing is found.
 #include "key_query.h"
 #include "../value_lookup.h"
+#include "quick_find.h"
 
 using namespace zryaml;
 using namespace zryaml::query;
@@ -54,7 +55,8 @@ void KeyQuery::NodeExplain(const YamlListNode &stNode, const char *pcWanted) noe
 
 Found KeyQuery::NodeFind() noexcept
 {
-    const Found stFound = OrdinaryFind();
+    YamlListNode *pstNode = QuickFind(m_stHandle, m_pcKeyFormat, m_stArgs, m_uiIndexed);
+    const Found stFound = pstNode != nullptr ? Found{pstNode, YAML_OK} : OrdinaryFind();
     if (stFound.pstNode != nullptr)
         ReadMark(*stFound.pstNode);
     return stFound;
@@ -89,6 +91,13 @@ uint32_t KeyQuery::ValueFind(const YamlListNode *&pstValue) noexcept
 
 uint32_t KeyQuery::Read(const YamlListNode *&pstValue) noexcept
 {
+    const YamlListNode *pstNode = QuickFind(m_stHandle, m_pcKeyFormat, m_stArgs, m_uiIndexed);
+    const YamlListNode *pstFound = pstNode == nullptr || m_uiIndexed == 1 ? pstNode : FirstChild(*pstNode);
+    if (pstFound != nullptr) {
+        ReadMark(*pstFound);
+        pstValue = pstFound;
+        return YAML_OK;
+    }
     return OrdinaryRead(pstValue);
 }
 
