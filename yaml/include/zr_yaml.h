@@ -299,6 +299,39 @@ ZRYAML_API void ZRYAML_HandleFree(YamlHandle *pstHandle);
 ZRYAML_API char *ZRYAML_PropertyGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...) ZRYAML_PRINTF(2, 3);
 
 /**
+ * Reads the text of a scalar as an integer, by the rules of zr_yaml_scalar.h, as the five calls that follow do for
+ * other types.
+ *
+ * @param pstHandle    Document.
+ * @param plValue      Receives the value; keeps what it held unless the result is YAML_OK, so that it can begin with a
+ *                     default.
+ * @param pcKeyFormat  Key path, printf-style, with its arguments.
+ * @return YAML_OK; YAML_ERR_NOT_FOUND if nothing is there, also below an empty value (not logged); YAML_ERR_VALUE for a
+ *         scalar that is no such value or does not fit; YAML_ERR_NOT_SCALAR for a map or sequence; YAML_ERR_NODE_TYPE
+ *         if the path leads below another scalar, or into the wrong kind of collection; YAML_ERR_KEY, YAML_ERR_INDEX or
+ *         YAML_ERR_BUF for a bad path; YAML_ERR_PARAM for a NULL argument. The error record has sentence, hint, path
+ * and place.
+ * @note   Any number of threads may read one document.
+ */
+ZRYAML_API uint32_t ZRYAML_IntGet(YamlHandle *pstHandle, int64_t *plValue, const char *pcKeyFormat, ...)
+    ZRYAML_PRINTF(3, 4);
+/** Reads an unsigned integer; as ZRYAML_IntGet. */
+ZRYAML_API uint32_t ZRYAML_UintGet(YamlHandle *pstHandle, uint64_t *pulValue, const char *pcKeyFormat, ...)
+    ZRYAML_PRINTF(3, 4);
+/** Reads a number; as ZRYAML_IntGet. */
+ZRYAML_API uint32_t ZRYAML_DoubleGet(YamlHandle *pstHandle, double *pdValue, const char *pcKeyFormat, ...)
+    ZRYAML_PRINTF(3, 4);
+/** Reads a boolean, which becomes 0 or 1; as ZRYAML_IntGet. */
+ZRYAML_API uint32_t ZRYAML_BoolGet(YamlHandle *pstHandle, uint32_t *puiValue, const char *pcKeyFormat, ...)
+    ZRYAML_PRINTF(3, 4);
+/** Reads a duration such as 250ms or 1h30m, in nanoseconds; as ZRYAML_IntGet. */
+ZRYAML_API uint32_t ZRYAML_DurationGet(YamlHandle *pstHandle, int64_t *plNanoseconds, const char *pcKeyFormat, ...)
+    ZRYAML_PRINTF(3, 4);
+/** Reads a size such as 512, 64KiB or 1.5GB, in bytes; as ZRYAML_IntGet. */
+ZRYAML_API uint32_t ZRYAML_BytesGet(YamlHandle *pstHandle, uint64_t *pulBytes, const char *pcKeyFormat, ...)
+    ZRYAML_PRINTF(3, 4);
+
+/**
  * Reads the number of elements of a sequence by key path.
  *
  * @param pstHandle    Document.
