@@ -2,6 +2,7 @@
 // The document handle: initialisation, and release of a whole document.
 #include "handle.h"
 
+#include "../kept_memory.h"
 #include "key_search.h"
 #include "node.h"
 #include "node_store.h"
@@ -43,5 +44,6 @@ void ZRYAML_HandleFree(YamlHandle *pstHandle)
         NodesRelease(*pstHandle);
     KeyIndexesRelease(*pstHandle);
     StoreRelease(*pstHandle);
+    KeptRelease(*pstHandle);
     ZR_MemFree(pstHandle, yaml_MemHandleGet());
 }
