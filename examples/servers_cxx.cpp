@@ -1,14 +1,27 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <iostream>
-#include <zr_yaml.hpp>
+#include <zr_yaml/bind.hpp>
+
+struct Server {
+    std::string name;
+    std::uint16_t port = 80;
+    bool tls = false;
+    std::vector<int> cores;
+};
+ZRYAML_FIELDS(Server, name, port, tls, cores)
 
 int main()
 {
-    zryaml::Result<zryaml::Document> conf = zryaml::Document::load("examples/servers.yaml");
+    auto conf = zryaml::Document::load("examples/servers.yaml");
     if (!conf) {
         std::cerr << conf.error().what() << "\n";
         return 1;
     }
-    for (zryaml::Value server : (*conf)["servers"])
-        std::cout << server["name"].text().value_or("?") << " listens on " << *server["port"].get<int>() << "\n";
+    auto servers = zryaml::bind<std::vector<Server>>((*conf)["servers"]);
+    if (!servers) {
+        std::cerr << servers.error().what();
+        return 1;
+    }
+    for (const Server &server : *servers)
+        std::cout << server.name << " listens on " << server.port << "\n";
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Descriptions that must not compile: members of a wrong type, in strict C11. What is right next to it compiles
-# without a warning.
+# Descriptions that must not compile: members of a wrong type, in strict C11 and in C++17, where the compiler's message
+# must name the member or the way out. What is right next to it compiles without a warning.
 set -euo pipefail
 
 include=$ZRYAML_SOURCE/yaml/include
@@ -41,4 +41,17 @@ for field in 'TEXT(Record, writable' 'TEXT(Record, whole' 'INT(Record, natural' 
     ! c_compiles "YAML_FIELD_$field, \"key\")" || fail "compiles: $field"
 done
 
+# Compiles a type with a member, and looks for a sentence in what the compiler says.
+cxx_refused() {
+    printf '#include <zr_yaml/bind.hpp>\n%s\n' "$1" >"$work/type.cpp"
+    if "$CXX" -std=c++17 -fsyntax-only -I"$include" "$work/type.cpp" >"$work/log" 2>&1; then
+        fail "compiles: $1"
+    else
+        grep -q "$2" "$work/log" || fail "is not explained by '$2': $1"
+    fi
+}
+cxx_refused 'struct Server { int *raw; }; ZRYAML_FIELDS(Server, raw)' 'the type of Server::raw cannot be bound'
+cxx_refused 'struct Server { std::string_view name; }; ZRYAML_FIELDS(Server, name)' 'bind a std::string'
+cxx_refused 'enum class Mode { fast }; struct Server { Mode mode; }; ZRYAML_FIELDS(Server, mode)' 'Server::mode cannot be'
+cxx_refused 'struct Other {}; auto x = zryaml::bind<Other>(zryaml::Value());' 'this type cannot be bound'
 [ "$failures" -eq 0 ]

@@ -16,7 +16,8 @@
  *     YamlProblems *problems = NULL;
  *     uint32_t code = ZRYAML_RecordRead(document, NULL, &ServerRecord, &server, &problems);
  *
- * Descriptions are constant data that any number of threads may use.
+ * Descriptions are constant data that any number of threads may use. C++ programs describe their types with
+ * zr_yaml/bind.hpp, which makes the same tables.
  */
 #ifndef ZR_YAML_BIND_H
 #define ZR_YAML_BIND_H
