@@ -70,6 +70,9 @@ WANTED = [  # what, at most, how a run gives it
     ("last key of 100, against the last of ten", 2, ratio("last key/of 100/of ten")),
     ("last key of 10k", 6, ratio("last key/of 10000/of ten")),
     ("last key of 1M", 400, ratio("last key/of 1000000/of ten")),
+    ("layers, three copies against loading the three: worst file", 1.15,
+     lambda run: max(ratios(run, "layers/", "/loading the three"))),
+    ("a lookup in a layered document, against a plain one", 1.05, ratio("layers/a lookup of a key/plain document")),
     ("memory of a node over what is allowed: bytes, worst document", 0, memory_over),
 ]
 

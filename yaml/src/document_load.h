@@ -29,4 +29,14 @@ struct LoadSettings {
 [[nodiscard]] YamlHandle *DocumentOpen(const char *name) noexcept;
 void DocumentClose(YamlHandle &handle) noexcept;
 
+// Makes all nodes and texts of a loaded document belong to another one. What still hangs in its tree stays as it is and
+// is to be hung elsewhere; its handle is gone afterwards.
+void DocumentTakeOver(YamlHandle &handle, YamlHandle *other) noexcept;
+
+// A scalar that no file wrote, in no place of the tree yet. NULL if out of memory (logged).
+[[nodiscard]] YamlListNode *ScalarMake(YamlHandle &handle, std::string_view text) noexcept;
+
+// Gives the scalar value of a key or sequence another text. False if out of memory (logged).
+[[nodiscard]] bool TextReplace(YamlHandle &handle, YamlListNode &scalar, std::string_view text) noexcept;
+
 } // namespace zryaml

@@ -23,7 +23,7 @@ constexpr uint32_t NODE_INDEXED = 1U << 31; // a map that has an index of its ke
 constexpr uint32_t NODE_STYLE_SHIFT = 4U, NODE_STYLE_MASK = 7U << NODE_STYLE_SHIFT;
 constexpr uint32_t NODE_TAG_SHIFT = 7U, NODE_TAG_MASK = 7U << NODE_TAG_SHIFT;
 constexpr uint32_t NODE_LAYER_SHIFT = 10U, NODE_LAYER_MASK = 1023U << NODE_LAYER_SHIFT;
-constexpr uint32_t NODE_LAYER_TAG_SHIFT = 20U, NODE_LAYER_TAG_MASK = 7U << NODE_LAYER_TAG_SHIFT;
+constexpr uint32_t NODE_LAYER_TAG_SHIFT = 20U, NODE_LAYER_TAG_MASK = 7U << NODE_LAYER_TAG_SHIFT; // layer_tag.h
 constexpr uint32_t NODE_SHADOWS = 1U << 23;   // a value that layers put in the place of another one
 constexpr uint32_t NODE_EXPANDING = 1U << 24; // a scalar whose references are being replaced
 constexpr uint32_t NODE_EXPANDED = 1U << 25;  // a scalar whose references have been replaced

@@ -7,9 +7,6 @@
 namespace zryaml {
 
 // Path or name of the source that a node's place lies in; "" if there is none. Belongs to the document.
-[[nodiscard]] inline const char *SourceNameOf(const YamlListNode *pstNode) noexcept
-{
-    return ZRYAML_NameGet(ZRYAML_DocumentGet(pstNode));
-}
+[[nodiscard]] const char *SourceNameOf(const YamlListNode *pstNode) noexcept;
 
 } // namespace zryaml

@@ -114,6 +114,7 @@ struct YamlHandle {
     struct YamlKeptBlock *pstKept;        /**< memory of what was read into records, the youngest block first */
     uint32_t uiNodeState;                 /**< bits that new nodes begin with: the number of their layer */
     uint32_t uiLoadFlags;                 /**< what layers want of the load */
+    struct YamlLayering *pstLayering;     /**< of layers: where nodes came from and what they took the place of */
 };
 
 /** The record of one anchor, while a file is loaded. */

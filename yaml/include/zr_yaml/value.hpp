@@ -21,6 +21,8 @@
 
 namespace zryaml {
 
+struct Origin; // zr_yaml/layers.hpp
+
 /// The kind of a value.
 enum class Type : std::uint32_t {
     sequence = YAML_DATATYPE_SEQ,  ///< elements, counted from 0
@@ -101,6 +103,11 @@ public:
     [[nodiscard]] std::uint32_t line() const noexcept { return place(node_).first; }
     /// @return The column there, in characters from 1; 0 if absent.
     [[nodiscard]] std::uint32_t column() const noexcept { return place(node_).second; }
+    /// Where the value came from, with zr_yaml/layers.hpp.
+    ///
+    /// @param shadowed  0: the value itself; 1: the value of a lower layer that it took the place of; and so on.
+    /// @return The origin; nothing past the last, or if the value is absent.
+    [[nodiscard]] std::optional<Origin> origin(std::uint32_t shadowed = 0) const;
     /// @return The key path from the root, as at() of the document takes it; "" for the root. Of an absent value, where
     ///         it would be.
     [[nodiscard]] std::string path() const;

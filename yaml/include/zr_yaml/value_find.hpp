@@ -14,6 +14,7 @@
 #include <zr_yaml.h>
 #include <zr_yaml/value.hpp>
 #include <zr_yaml/value_walk.hpp>
+#include <zr_yaml_layers.h>
 
 namespace zryaml {
 
@@ -115,7 +116,8 @@ inline Error Value::error(std::uint32_t code, std::string message, std::string h
     error.hint = std::move(hint);
     const YamlListNode *nearest = missing_ ? missing_->nearest : node_;
     const YamlHandle *document = missing_ ? missing_->document : ZRYAML_DocumentGet(node_);
-    error.file = ZRYAML_NameGet(document);
+    YamlOrigin origin = YAML_ORIGIN_INIT; // of several layers the one that the place is in
+    error.file = ZRYAML_OriginGet(nearest, 0, &origin) == YAML_OK ? origin.pcSource : ZRYAML_NameGet(document);
     error.path = path();
     const bool malformed = missing_ && !missing_->problem.empty(); // which has no place in the file
     std::tie(error.line, error.column) = malformed ? std::pair(0U, 0U) : place(nearest);

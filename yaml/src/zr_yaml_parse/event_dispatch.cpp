@@ -92,5 +92,6 @@ uint32_t zryaml::parse::TreeBuilder::Take(const yaml_event_t &event) noexcept
     handle.uiLine = static_cast<uint32_t>(event.start_mark.line + 1);
     handle.uiColumn = static_cast<uint32_t>(event.start_mark.column + 1);
 
-    return Handle(event, before);
+    const uint32_t result = Handle(event, before);
+    return handle.uiLoadFlags == 0 || result != YAML_OK ? result : TakeLayerForm(event);
 }

@@ -3,6 +3,7 @@
 #include "handle.h"
 
 #include "../kept_memory.h"
+#include "../layering.h"
 #include "key_search.h"
 #include "node.h"
 #include "node_store.h"
@@ -45,5 +46,6 @@ void ZRYAML_HandleFree(YamlHandle *pstHandle)
     KeyIndexesRelease(*pstHandle);
     StoreRelease(*pstHandle);
     KeptRelease(*pstHandle);
+    LayeringRelease(*pstHandle);
     ZR_MemFree(pstHandle, yaml_MemHandleGet());
 }

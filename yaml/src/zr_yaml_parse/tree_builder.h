@@ -49,6 +49,9 @@ struct TreeBuilder {
     [[nodiscard]] uint32_t Merge(const YamlListNode &source, bool isFirst) noexcept;
     // Where the current node has just ended as the value of a "<<": merges it in the place of that key.
     [[nodiscard]] uint32_t MergeForm() noexcept;
+
+    // What a load of layers makes of the node that an event has made or ended (layer_form.cpp).
+    [[nodiscard]] uint32_t TakeLayerForm(const yaml_event_t &event) noexcept;
 };
 
 // Hangs a scalar in the open map: as a key, or as the value of the key before, as is expected. Where a key may be held,

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+// The tags by which a value of an upper layer says what becomes of the one below it.
+#pragma once
+
+#include "node_tree.h"
+
+#include <string_view>
+
+namespace zryaml {
+
+enum class LayerTag : uint32_t { None, Append, Prepend, Replace, Unset };
+
+constexpr std::string_view LayerTagNames[] = {"", "!append", "!prepend", "!replace", "!unset"};
+
+[[nodiscard]] constexpr LayerTag LayerTagOf(const YamlListNode &value) noexcept
+{
+    return static_cast<LayerTag>(StateGet(value, NODE_LAYER_TAG_MASK, NODE_LAYER_TAG_SHIFT));
+}
+
+constexpr void LayerTagSet(YamlListNode &value, LayerTag tag) noexcept
+{
+    StateSet(value, NODE_LAYER_TAG_MASK, NODE_LAYER_TAG_SHIFT, static_cast<uint32_t>(tag));
+}
+
+[[nodiscard]] constexpr LayerTag LayerTagNamed(std::string_view name) noexcept
+{
+    for (uint32_t number = 1; number < std::size(LayerTagNames); ++number) {
+        if (name == LayerTagNames[number])
+            return static_cast<LayerTag>(number);
+    }
+    return LayerTag::None;
+}
+
+} // namespace zryaml
