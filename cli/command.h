@@ -20,10 +20,16 @@ struct Options {
     std::vector<std::string> files;  // "-" is standard input
     std::optional<std::string> path; // none: the whole document
     std::optional<std::string> fallback;
-    std::vector<std::string> redact;  // key paths, with stars, of texts to hide
-    std::string type;                 // "": no type is asked for
-    std::string diagnostics = "text"; // how mistakes are told
-    bool null = false;                // results end with NUL, and are written as they are
+    std::vector<std::string> over;        // files laid over the first
+    std::vector<std::string> environment; // prefixes of variables
+    std::vector<std::string> assignments; // PATH=TEXT
+    std::vector<std::string> redact;      // key paths, with stars, of texts to hide
+    std::string type;                     // "": no type is asked for
+    std::string diagnostics = "text";     // how mistakes are told
+    bool all = false;                     // where: what is shadowed as well
+    bool expand = false;                  // ${...} in the documents is replaced
+    bool merge_forms = false;             // << takes a sequence or a map written in place
+    bool null = false;                    // results end with NUL, and are written as they are
     bool pretty = false;
     bool recursive = false;
     bool review = false; // tell what a document probably does not mean
@@ -33,7 +39,7 @@ struct Options {
 };
 
 // What stands behind the name of a command.
-enum class Arguments { file, file_and_path, file_maybe_path, files };
+enum class Arguments { file, file_and_path, file_maybe_path, files, two_files };
 
 struct Command {
     const char *name;
@@ -43,6 +49,7 @@ struct Command {
 };
 
 Status check_run(const Options &options);
+Status diff_run(const Options &options);
 Status dump_run(const Options &options);
 Status get_run(const Options &options);
 Status json_run(const Options &options);

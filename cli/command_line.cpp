@@ -77,7 +77,7 @@ void option_add(CLI::App &app, const Option &option, Options &options)
     CLI::Option *added = std::visit(OptionBind{app, option, options}, option.target);
     const std::string values = option.values;
     if (option.commands == "*")
-        added->group("What is shown");
+        added->group("Layers and what is shown of them");
     if (!values.empty())
         added->type_name(values);
     if (values.find('|') != std::string::npos)
@@ -94,6 +94,11 @@ void arguments_add(CLI::App &app, Arguments arguments, Options &options)
     };
     if (arguments == Arguments::files) {
         app.add_option("FILE", options.files, "YAML files")->required()->type_name("");
+        return;
+    }
+    if (arguments == Arguments::two_files) {
+        file_add("OLD", "YAML file");
+        file_add("NEW", "YAML file that may differ");
         return;
     }
     file_add("FILE", "YAML file");

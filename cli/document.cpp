@@ -2,6 +2,8 @@
 #include "document.h"
 #include "load.h"
 
+#include <zr_yaml/layers.hpp>
+
 namespace zryaml::cli {
 
 OpenDocument::OpenDocument(const Options &options, const std::string &file)
@@ -17,10 +19,11 @@ OpenDocument::OpenDocument(const Options &options) : OpenDocument(options, optio
 
 Diagnostic OpenDocument::remark(const Value &value, std::string message) const
 {
+    const std::optional<Origin> origin = value.origin();
     Diagnostic diagnostic;
     diagnostic.level = YAML_PROBLEM_WARNING;
     diagnostic.code = YAML_ERR_VALUE;
-    diagnostic.file = document_.name();
+    diagnostic.file = origin ? origin->source : document_.name();
     diagnostic.message = std::move(message);
     diagnostic.path = value.path();
     diagnostic.line = value.line();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// From FILE and PATH to a value; and from what the library says about a mistake to a Failure
+// From FILE, what is laid over it, and PATH to a value; and from what the library says about a mistake to a Failure
 // with its exit status.
 #pragma once
 
@@ -13,8 +13,8 @@ namespace zryaml::cli {
 // A document as a command sees it. Values belong to it.
 class OpenDocument {
 public:
-    // Loads a file, or standard input for "-"; throws a Failure that tells unreadable from invalid. Warnings and notes
-    // of a success are kept.
+    // Loads a file, or standard input for "-", and lays over it what the options name; throws a Failure that tells
+    // unreadable from invalid. Warnings and notes of a success are kept.
     OpenDocument(const Options &options, const std::string &file);
     // As above for the only file of a command; warnings and notes are told beside the result.
     explicit OpenDocument(const Options &options);

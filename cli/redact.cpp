@@ -2,9 +2,19 @@
 // Hides rather too much than too little.
 #include "redact.h"
 
+#include <unordered_map>
+#include <zr_yaml_layers.h>
+
 namespace zryaml::cli {
 
 namespace {
+
+template <class Visit> void each_value(const Value &value, Visit visit)
+{
+    visit(value);
+    for (const Value &child : value)
+        each_value(child, visit);
+}
 
 // A text with *** in the place of each quoted piece.
 std::string quotes_hidden(const std::string &text)
@@ -30,6 +40,7 @@ Redactor::Redactor(const std::vector<std::string> &patterns, const Value &root)
         return;
     PathPattern::Components path;
     matching_hide(patterns_read(patterns), root, path);
+    referring_hide(root);
 }
 
 void Redactor::matching_hide(const std::vector<PathPattern> &patterns, const Value &value,
@@ -52,6 +63,25 @@ void Redactor::matching_hide(const std::vector<PathPattern> &patterns, const Val
         matching_hide(patterns, below, path);
     }
     path.pop_back();
+}
+
+// Follows interpolations from the hidden values to all that took a text from them.
+void Redactor::referring_hide(const Value &root)
+{
+    std::unordered_multimap<const YamlListNode *, const YamlListNode *> referring;
+    each_value(root, [&](const Value &value) {
+        for (uint32_t number = 0; const YamlListNode *from = ZRYAML_ReferenceGet(value.node(), number); ++number)
+            referring.emplace(from, value.node());
+    });
+    std::vector<const YamlListNode *> todo(hidden_.begin(), hidden_.end());
+    while (!todo.empty()) {
+        const auto [begin, end] = referring.equal_range(todo.back());
+        todo.pop_back();
+        for (auto referrer = begin; referrer != end; ++referrer) {
+            if (hidden_.insert(referrer->second).second)
+                todo.push_back(referrer->second);
+        }
+    }
 }
 
 Diagnostic redacted(Diagnostic diagnostic, const std::vector<PathPattern> &patterns)

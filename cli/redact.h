@@ -27,7 +27,7 @@ private:
 
 [[nodiscard]] std::vector<PathPattern> patterns_read(const std::vector<std::string> &texts);
 
-// What is hidden in a document: values on matching paths.
+// What is hidden in a document: values on matching paths, and what was interpolated from them.
 class Redactor {
 public:
     Redactor(const std::vector<std::string> &patterns, const Value &root);
@@ -43,6 +43,7 @@ public:
 
 private:
     void matching_hide(const std::vector<PathPattern> &patterns, const Value &value, PathPattern::Components &path);
+    void referring_hide(const Value &root);
 
     std::unordered_set<const YamlListNode *> hidden_;
 };

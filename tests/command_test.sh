@@ -85,6 +85,8 @@ cat >base.yaml <<'YAML'
 db: {password: hunter2, host: h, url: "pg://${db.password}@${db.host}"}
 servers: [{name: a, port: 80}]
 YAML
+printf 'db: {password: s3cret}\nservers: !append [{name: b}]\n' >site.yaml
+export T_DB__HOST=env T_SERVERS__0__PORT=81
 
 # Paths as they are; defaults for what is absent only; types; the other reads; wrong use and its words.
 table <<'ROWS'
@@ -192,6 +194,16 @@ table <<'ROWS'
 2 --diagnostics xml check conf.yaml
 2 check
 1 --diagnostics github check [a,b] again.yaml => ::error file=again.yaml,line=3,col=1,title=YAML_ERR_SAME::the key 'k' stands twice in one map%0Arename or remove one of them\n2 checked, 1 valid, 1 invalid, 0 unreadable\n
+0 json base.yaml servers --over site.yaml --env T_ --set servers[1].port=9 => [{"name":"a","port":"81"},{"name":"b","port":"9"}]\n
+0 json - --over base.yaml servers <site.yaml => [{"name":"a","port":"80"}]\n
+0 json - --merge-forms <<<'{a: &a {k: v}, b: {<<: [*a]}}' => {"a":{"k":"v"},"b":{"k":"v"}}\n
+0 where --all base.yaml db.password --over site.yaml --set db.password=x => --set db.password: x\nsite.yaml:1:16: s3cret\nbase.yaml:1:16: hunter2\n
+0 where base.yaml db.host --env T_ => environment T_DB__HOST\n
+0 where --all base.yaml db.password --over site.yaml --redact *.password => site.yaml:1:16: ***\nbase.yaml:1:16: ***\n
+1 get base.yaml db.pasword --over site.yaml =! base.yaml:1:5: note: did you mean 'password'?
+1 get base.yaml db.password.x --over site.yaml =! site.yaml:1:16: error: db.password is a scalar
+0 json base.yaml db --expand => {"password":"hunter2","host":"h","url":"pg://hunter2@h"}\n
+0 json base.yaml db --expand --redact **.password => {"password":"***","host":"h","url":"***"}\n
 0 json base.yaml servers --typed --redact servers[*].p* => [{"name":"a","port":"***"}]\n
 0 get base.yaml db.password --redact db.* => ***\n
 0 get base.yaml servers[0].name --redact servers.name => a\n
@@ -200,6 +212,13 @@ table <<'ROWS'
 1 get base.yaml db.password --type int --redact db.* =! base.yaml:1:16: error: db.password: the value is wrong; --redact hides it
 1 check - --redact a <<<"'secret': b: c" =! <stdin>:1:12: error: 
 2 json base.yaml --redact db..password =! zryaml: error: --redact: 'db..password' is not a pattern
+1 diff base.yaml site.yaml => ~ db.password: hunter2 -> s3cret\n- db.host: h\n- db.url: pg://${db.password}@${db.host}\n~ servers[0].name: a -> b\n- servers[0].port: 80\n
+1 diff hollow.yaml - --redact b <<<'{a: [], b: [[]]}' => - a: {}\n+ a: []\n- b[1]: c\n
+0 diff conf.yaml json => 
+2 diff conf.yaml missing.yaml
+2 json base.yaml --set db.host.x=1 =! --set db.host.x: error: 
+2 json base.yaml --over no1 --over no2 =! no2: error: 
+1 check base.yaml --set servers[0].port=1 tab.yaml --over site.yaml => 2 checked, 1 valid, 1 invalid, 0 unreadable\n
 2 get =! zryaml: error: FILE is required
 2 get =! zryaml: note: see zryaml get --help
 ROWS

@@ -47,7 +47,7 @@ offers() { # offers WANTED WORD...   A word ! joins its neighbours, as bash leav
     [ "${COMPREPLY[*]}" = "$wanted" ] || fail "completing '$line': ${COMPREPLY[*]}, not $wanted"
 }
 offers 'check' ch
-offers 'get size list keys type where check dump json stats' ''
+offers 'get size list keys type where check diff dump json stats' ''
 offers '--default' get --de
 offers '--null' list conf.yaml --n
 offers 'int' get conf.yaml --type i
@@ -56,6 +56,9 @@ offers '' get --default na
 offers 'conf.yaml' get co
 offers 'seq.yaml' check conf.yaml se
 offers '' stats conf.yaml se
+offers 'conf.yaml' get seq.yaml --over co
+offers 'conf.yaml' diff seq.yaml co
+offers 'server' get --set a=b --over seq.yaml conf.yaml se
 offers '\[0\]' get 'two\ words.yaml' ''
 offers 'sp\ ace' get conf.yaml sp
 offers 'sp ace' get conf.yaml '"sp'

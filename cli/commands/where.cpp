@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// zryaml where: the place of a value.
+// zryaml where: the place of a value, and with --all also those of the values that it took the place of.
 #include "../document.h"
 #include "../output.h"
+#include "../text.h"
+
+#include <zr_yaml/layers.hpp>
 
 namespace zryaml::cli {
 
@@ -9,8 +12,16 @@ Status where_run(const Options &options)
 {
     const OpenDocument open(options);
     const Value value = open.require();
-    output_item(std::string(open.document().name()) + ':' + std::to_string(value.line()) + ':' +
-                std::to_string(value.column()));
+    const uint32_t last = options.all ? UINT32_MAX : 0;
+    for (uint32_t shadowed = 0; shadowed <= last; ++shadowed) {
+        const std::optional<Origin> origin = value.origin(shadowed);
+        if (!origin)
+            break;
+        std::string line = origin->what();
+        if (options.all && origin->text)
+            line += ": " + visible_text(open.redactor().hides(value) ? Redactor::mark : *origin->text);
+        output_item(line);
+    }
     return Status::found;
 }
 

@@ -119,19 +119,21 @@ _zryaml_offer_paths() {
 # something else is wanted there.
 _zryaml_offer_options() {
     local options=(--diagnostics --verbose --help)
-    [ -z "$1" ] || options+=(--redact)
+    [ -z "$1" ] || options+=(--over --env --set --expand --merge-forms --redact)
     case $1 in
     '') options+=(--version) ;;
     get) options+=(--default --type --null) ;;
     list) options+=(--null) ;;
     keys) options+=(--null --recursive) ;;
+    where) options+=(--all) ;;
     check) options+=(--strict) ;;
     json) options+=(--typed --pretty) ;;
     esac
     case $3 in
     --type) options=(int uint float bool duration bytes string) ;;
     --diagnostics) options=(text json github sarif) ;;
-    --default | --redact) options=() ;;
+    --default | --env | --set | --redact) options=() ;;
+    --over) _zryaml_offer_files "$2" && return ;;
     *)
         case $2 in
         --type=*) options=(--type={int,uint,float,bool,duration,bytes,string}) ;;
@@ -152,7 +154,7 @@ _zryaml() {
     last=$((${#_zryaml_words[@]} - 1))
     for ((index = 1; index < last; index++)); do
         _zryaml_unquote "${_zryaml_words[index]}"
-        if [[ -n $may_be_option && $before == --@(default|type|diagnostics|redact) ]]; then
+        if [[ -n $may_be_option && $before == --@(default|type|diagnostics|over|env|set|redact) ]]; then
             before= # this was its value
             continue
         fi
@@ -173,8 +175,8 @@ _zryaml() {
     fi
     _zryaml_unquote "${_zryaml_words[last]}"
     case $command:${#values[@]} in
-    :*) _zryaml_offer "$_zryaml_text" get size list keys type where check dump json stats ;;
-    check:* | *:0) _zryaml_offer_files "$_zryaml_text" ;;
+    :*) _zryaml_offer "$_zryaml_text" get size list keys type where check diff dump json stats ;;
+    check:* | *:0 | diff:1) _zryaml_offer_files "$_zryaml_text" ;;
     get:1 | size:1 | list:1 | keys:1 | type:1 | where:1 | json:1)
         _zryaml_offer_paths "${COMP_WORDS[0]}" "${values[0]}" "$_zryaml_text"
         ;;
