@@ -115,6 +115,7 @@ struct YamlHandle {
     uint32_t uiNodeState;                 /**< bits that new nodes begin with: the number of their layer */
     uint32_t uiLoadFlags;                 /**< what layers want of the load */
     struct YamlLayering *pstLayering;     /**< of layers: where nodes came from and what they took the place of */
+    uint64_t ulHolds;                     /**< of a watch: who holds it; 0: nobody but the caller */
 };
 
 /** The record of one anchor, while a file is loaded. */

@@ -41,6 +41,9 @@ void ZRYAML_HandleFree(YamlHandle *pstHandle)
 {
     if (pstHandle == nullptr)
         return;
+    if (__atomic_load_n(&pstHandle->ulHolds, __ATOMIC_RELAXED) != 0)
+        return YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The document belongs to a watch: release it. (Name=%s)",
+                        ZRYAML_NameGet(pstHandle));
     if (pstHandle->uiOwnBlocks != 0)
         NodesRelease(*pstHandle);
     KeyIndexesRelease(*pstHandle);
