@@ -20,6 +20,7 @@ struct Options {
     std::vector<std::string> files;  // "-" is standard input
     std::optional<std::string> path; // none: the whole document
     std::optional<std::string> fallback;
+    std::vector<std::string> command;     // what to run, behind --
     std::vector<std::string> over;        // files laid over the first
     std::vector<std::string> environment; // prefixes of variables
     std::vector<std::string> assignments; // PATH=TEXT
@@ -39,7 +40,7 @@ struct Options {
 };
 
 // What stands behind the name of a command.
-enum class Arguments { file, file_and_path, file_maybe_path, files, two_files };
+enum class Arguments { file, file_and_command, file_and_path, file_maybe_path, files, two_files };
 
 struct Command {
     const char *name;
@@ -58,6 +59,7 @@ Status list_run(const Options &options);
 Status size_run(const Options &options);
 Status stats_run(const Options &options);
 Status type_run(const Options &options);
+Status watch_run(const Options &options);
 Status where_run(const Options &options);
 
 } // namespace zryaml::cli

@@ -102,7 +102,7 @@ void arguments_add(CLI::App &app, Arguments arguments, Options &options)
         return;
     }
     file_add("FILE", "YAML file");
-    if (arguments == Arguments::file)
+    if (arguments == Arguments::file || arguments == Arguments::file_and_command)
         return;
     const bool required = arguments == Arguments::file_and_path;
     app.add_option_function<std::string>(
@@ -139,13 +139,18 @@ bool takes(std::string_view name, Arguments arguments)
 
 // Arguments that CLI11 would misread. It takes what follows "--default=" for the value where an empty one is meant, so
 // that is told in two arguments; and among several files a name such as [a,b] for a list of two, so that gets a folder.
-std::vector<std::string> arguments_prepare(const std::vector<std::string> &arguments)
+// What a command is to run is taken out.
+std::vector<std::string> arguments_prepare(const std::vector<std::string> &arguments, std::vector<std::string> &to_run)
 {
     std::vector<std::string> prepared;
     std::optional<std::string_view> name; // of the command; not known before it
     bool may_be_option = true;
     for (auto argument = arguments.begin(); argument != arguments.end(); ++argument) {
         may_be_option = may_be_option && *argument != "--";
+        if (!may_be_option && takes(name.value_or(""), Arguments::file_and_command)) {
+            to_run.assign(std::next(argument), arguments.end());
+            break;
+        }
         if (may_be_option && argument->ends_with('=') && takes_value(argument->substr(0, argument->size() - 1))) {
             prepared.push_back(argument->substr(0, argument->size() - 1));
             prepared.emplace_back();
@@ -187,7 +192,7 @@ Invocation command_line_read(const std::vector<std::string> &arguments)
     }
     for (const Command &command : commands())
         command_add(app, command, invocation);
-    std::vector<std::string> reversed = arguments_prepare(arguments);
+    std::vector<std::string> reversed = arguments_prepare(arguments, invocation.options.command);
     std::ranges::reverse(reversed); // as CLI11 wants them
     try {
         app.parse(std::move(reversed));

@@ -17,6 +17,8 @@ constexpr Command command_table[] = {
     {"check", "Load files, report each that is not valid, and sum up", Arguments::files, check_run},
     {"diff", "Print what differs between two documents; exit status 1 if anything does", Arguments::two_files,
      diff_run},
+    {"watch", "Print what changed each time a new valid version is there, and run what follows --",
+     Arguments::file_and_command, watch_run},
     {"dump", "Print a picture of a document, for people", Arguments::file, dump_run},
     {"json", "Print a document or a value as JSON", Arguments::file_maybe_path, json_run},
     {"stats", "Print what loading a document took and what it holds", Arguments::file, stats_run},

@@ -47,7 +47,7 @@ offers() { # offers WANTED WORD...   A word ! joins its neighbours, as bash leav
     [ "${COMPREPLY[*]}" = "$wanted" ] || fail "completing '$line': ${COMPREPLY[*]}, not $wanted"
 }
 offers 'check' ch
-offers 'get size list keys type where check diff dump json stats' ''
+offers 'get size list keys type where check diff watch dump json stats' ''
 offers '--default' get --de
 offers '--null' list conf.yaml --n
 offers 'int' get conf.yaml --type i

@@ -175,7 +175,7 @@ _zryaml() {
     fi
     _zryaml_unquote "${_zryaml_words[last]}"
     case $command:${#values[@]} in
-    :*) _zryaml_offer "$_zryaml_text" get size list keys type where check diff dump json stats ;;
+    :*) _zryaml_offer "$_zryaml_text" get size list keys type where check diff watch dump json stats ;;
     check:* | *:0 | diff:1) _zryaml_offer_files "$_zryaml_text" ;;
     get:1 | size:1 | list:1 | keys:1 | type:1 | where:1 | json:1)
         _zryaml_offer_paths "${COMP_WORDS[0]}" "${values[0]}" "$_zryaml_text"
