@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# The installed copy, in components: runtime (the libraries), development and command. Every path in it is relative to the file that holds it, so the prefix may be moved; folders that are given as absolute paths stay so.
+# The installed copy, in components: runtime (the libraries), development and command; schema and schema_development for
+# the library that knows PCRE2. Every path in it is relative to the file that holds it, so the prefix may be moved; folders that are given as absolute paths stay so.
 
 include(CMakePackageConfigHelpers)
 
@@ -31,6 +32,18 @@ foreach(folder IN ITEMS LIBDIR INCLUDEDIR)
 endforeach()
 configure_file(cmake/zryaml.pc.in ${PROJECT_BINARY_DIR}/zryaml.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/zryaml.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+if(TARGET zryaml_schema)
+    set_target_properties(zryaml_schema PROPERTIES INSTALL_RPATH "$ORIGIN")
+    install(TARGETS zryaml_schema EXPORT zryamlSchemaTargets
+        LIBRARY COMPONENT schema NAMELINK_COMPONENT schema_development)
+    install(DIRECTORY schema/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT schema_development
+        FILES_MATCHING PATTERN *.h PATTERN *.hpp)
+    install(EXPORT zryamlSchemaTargets NAMESPACE zryaml:: DESTINATION ${ZRYAML_CONFIG_DIR} COMPONENT schema_development)
+    configure_file(cmake/zryaml_schema.pc.in ${PROJECT_BINARY_DIR}/zryaml_schema.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/zryaml_schema.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+        COMPONENT schema_development)
+endif()
 
 file(GLOB guides CONFIGURE_DEPENDS docs/*.md)
 install(FILES README.md ${guides} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT development)

@@ -3,6 +3,7 @@
 
 include(GNUInstallDirs)
 
+option(ZRYAML_SCHEMA "Build libzryaml_schema.so, which needs PCRE2" ${PROJECT_IS_TOP_LEVEL})
 option(ZRYAML_CLI "Build the zryaml command" ${PROJECT_IS_TOP_LEVEL})
 option(ZRYAML_EXAMPLES "Build the examples" ${PROJECT_IS_TOP_LEVEL})
 option(ZRYAML_TESTS "Build the tests" ${PROJECT_IS_TOP_LEVEL})

@@ -21,7 +21,8 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SOURCE zryaml)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER "zryaml maintainers <maintainers@zryaml.example>")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/yaml ${PROJECT_BINARY_DIR}/base)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS
+    ${PROJECT_BINARY_DIR}/yaml ${PROJECT_BINARY_DIR}/base ${PROJECT_BINARY_DIR}/schema)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
@@ -50,6 +51,29 @@ ${about}
 .
 This package holds the headers for C and C++, the files for pkg-config and
 CMake, the guide and the examples.")
+
+if(TARGET zryaml_schema)
+    list(APPEND CPACK_COMPONENTS_ALL schema schema_development)
+    set(about "The library checks a document that libzryaml has loaded against a JSON Schema
+(draft-07, in JSON or YAML) and tells every problem with its line, column and
+key path. Patterns are matched within limits, and nothing is fetched.")
+    set(CPACK_DEBIAN_SCHEMA_PACKAGE_NAME libzryaml-schema1)
+    set(CPACK_DEBIAN_SCHEMA_PACKAGE_SECTION libs)
+    set(CPACK_DEBIAN_SCHEMA_PACKAGE_DEPENDS "libzryaml1 (>= ${version})")
+    set(CPACK_DEBIAN_SCHEMA_PACKAGE_CONTROL_EXTRA ${CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA})
+    set(CPACK_COMPONENT_SCHEMA_DESCRIPTION "JSON Schema for YAML configuration files
+${about}
+.
+This package holds the shared library.")
+    set(CPACK_DEBIAN_SCHEMA_DEVELOPMENT_PACKAGE_NAME libzryaml-schema-dev)
+    set(CPACK_DEBIAN_SCHEMA_DEVELOPMENT_PACKAGE_SECTION libdevel)
+    set(CPACK_DEBIAN_SCHEMA_DEVELOPMENT_PACKAGE_DEPENDS
+        "libzryaml-schema1 (= ${version}), libzryaml-dev (= ${version}), libpcre2-dev")
+    set(CPACK_COMPONENT_SCHEMA_DEVELOPMENT_DESCRIPTION "JSON Schema for YAML configuration files (development files)
+${about}
+.
+This package holds the header and the files for pkg-config and CMake.")
+endif()
 
 if(TARGET zryaml_cli)
     list(APPEND CPACK_COMPONENTS_ALL command)

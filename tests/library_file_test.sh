@@ -62,4 +62,13 @@ protection_check() {
 protection_check yaml "$library"
 protection_check base "$ZRYAML_BUILD/base/libzrbase.so"
 
+schema=$ZRYAML_BUILD/schema/libzryaml_schema.so
+if [ -e "$schema" ]; then
+    exports_check "$ZRYAML_SOURCE/schema/include" "$schema"
+    protection_check schema "$schema"
+    grep -q 'SONAME.*\[libzryaml_schema\.so\.1\]' <<<"$(readelf -dW "$schema")" || fail "$schema has another soname"
+    beyond=$(symbols --undefined-only "$schema" | grep -E '^(yaml_|g_|ZR_)' || true)
+    [ -z "$beyond" ] || fail "$schema needs more than the interface of libzryaml.so: $beyond"
+fi
+
 [ "$failures" -eq 0 ] && echo "$(wc -l <<<"$exported") exported names"

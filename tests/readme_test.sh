@@ -19,6 +19,10 @@ same <(block c) <(grep -v SPDX examples/servers.c) examples/servers.c
 same <(block console | grep -v '^\$') <("$ZRYAML_BUILD/examples/servers") "what examples/servers prints"
 same <(block cpp) <(grep -v SPDX examples/servers_cxx.cpp) examples/servers_cxx.cpp
 diff <("$ZRYAML_BUILD/examples/servers_cxx") <(printf 'alpha listens on 8080\nbeta listens on 9090\n')
+[ ! -x "$ZRYAML_BUILD/examples/schema_check" ] || "$ZRYAML_BUILD/examples/schema_check" | grep -qx 'the document fits' || {
+    echo "FAIL: examples/schema_check"
+    exit 1
+}
 "$ZRYAML_BUILD/examples/demo" examples/demo.yaml | grep -qx 'a list in a list: 1' || { echo "FAIL: examples/demo"; exit 1; }
 
 same <(block c docs/binding.md) <(grep -v SPDX examples/bound.c) examples/bound.c

@@ -21,7 +21,7 @@ prefix=$work/moved
 strays=$(grep -rlIE "(^|[^[:alnum:]_./-])($work/first|$ZRYAML_BUILD|$ZRYAML_SOURCE)(/|[^[:alnum:]_.-]|$)" "$prefix" || true)
 [ -z "$strays" ] || fail "installed files with fixed paths: $strays"
 libraries=$(dirname "$(find "$prefix" -name libzryaml.so)")
-for file in "$libraries/libzryaml.so.1" "$libraries/libzrbase.so.1"; do
+for file in "$libraries/libzryaml.so.1" "$libraries/libzrbase.so.1" "$libraries/libzryaml_schema.so.1"; do
     [ -e "$file" ] || fail "$file is not installed"
     # shellcheck disable=SC2016 # the linker's own $ORIGIN
     readelf -dW "$file" | grep -q 'R.*PATH.*\[\$ORIGIN\]' || fail "$file does not look for its neighbours"
