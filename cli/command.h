@@ -25,11 +25,13 @@ struct Options {
     std::vector<std::string> environment; // prefixes of variables
     std::vector<std::string> assignments; // PATH=TEXT
     std::vector<std::string> redact;      // key paths, with stars, of texts to hide
+    std::optional<std::string> schema;    // file of a JSON Schema
     std::string type;                     // "": no type is asked for
     std::string diagnostics = "text";     // how mistakes are told
     bool all = false;                     // where: what is shadowed as well
     bool expand = false;                  // ${...} in the documents is replaced
     bool merge_forms = false;             // << takes a sequence or a map written in place
+    bool no_modeline = false;             // a schema that a document names does not count
     bool null = false;                    // results end with NUL, and are written as they are
     bool pretty = false;
     bool recursive = false;

@@ -32,6 +32,8 @@ constexpr Option option_table[] = {
      "End each text with NUL instead of a newline, and write it as it is"},
     {"where", "--all", "", &Options::all, "Print the text too, and below it what the value took the place of"},
     {"keys", "-r,--recursive", "", &Options::recursive, "Print the paths of everything below the value"},
+    {"check", "--schema", "SCHEMA", &Options::schema, "Check each document against a JSON Schema (draft-07)"},
+    {"check", "--no-modeline", "", &Options::no_modeline, "Pass over schemas that documents name in their first line"},
     {"check", "--strict", "", &Options::strict, "Count warnings as errors"},
     {"json", "--typed", "", &Options::typed, "Write numbers, booleans and null as such; without it all are strings"},
     {"json", "--pretty", "", &Options::pretty, "Indent the output"},

@@ -79,7 +79,7 @@ if(TARGET zryaml_cli)
     list(APPEND CPACK_COMPONENTS_ALL command)
     set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME zryaml)
     set(CPACK_DEBIAN_COMMAND_PACKAGE_SECTION utils)
-    set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "libzryaml1 (>= ${version})")
+    set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "libzryaml1 (>= ${version}), libzryaml-schema1 (>= ${version})")
     set(CPACK_COMPONENT_COMMAND_DESCRIPTION "command to read and check YAML configuration files
 The zryaml command reads values by key path, lists keys, tells where a key
 stands in the file, converts the resolved document to JSON, and checks any

@@ -86,6 +86,10 @@ db: {password: hunter2, host: h, url: "pg://${db.password}@${db.host}"}
 servers: [{name: a, port: 80}]
 YAML
 printf 'db: {password: s3cret}\nservers: !append [{name: b}]\n' >site.yaml
+mkdir sub
+echo '{"properties": {"port": {"maximum": 65535}}, "maxProperties": 1}' >sub/s.json
+printf '# yaml-language-server: $schema=sub/s.json\nport: 65536\n' >lined.yaml
+printf '# yaml-language-server: $schema=https://example.org/s.json\nport: 65536\n' >url.yaml
 export T_DB__HOST=env T_SERVERS__0__PORT=81
 
 # Paths as they are; defaults for what is absent only; types; the other reads; wrong use and its words.
@@ -219,6 +223,11 @@ table <<'ROWS'
 2 json base.yaml --set db.host.x=1 =! --set db.host.x: error: 
 2 json base.yaml --over no1 --over no2 =! no2: error: 
 1 check base.yaml --set servers[0].port=1 tab.yaml --over site.yaml => 2 checked, 1 valid, 1 invalid, 0 unreadable\n
+1 check lined.yaml --diagnostics github => ::error file=lined.yaml,line=2,col=7,title=YAML_ERR_RANGE::port: must be at most 65535\n1 checked, 0 valid, 1 invalid, 0 unreadable\n
+0 check lined.yaml --no-modeline
+1 check base.yaml --schema sub/s.json =! base.yaml:1:1: error: 
+0 check url.yaml =! url.yaml:1:1: note: the schema is not checked
+2 check base.yaml --schema missing.json =! missing.json: error: 
 2 get =! zryaml: error: FILE is required
 2 get =! zryaml: note: see zryaml get --help
 ROWS

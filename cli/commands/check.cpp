@@ -2,10 +2,12 @@
 // zryaml check: loads many files, reports each that fails, and sums up.
 #include "../document.h"
 #include "../output.h"
+#include "../schema.h"
 #include "../terminal.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 namespace zryaml::cli {
 
@@ -41,7 +43,7 @@ struct Totals {
 
 class Checker {
 public:
-    explicit Checker(const Options &options) : options_(options), reporter_(reporter_make(options))
+    explicit Checker(const Options &options) : options_(options), schemas_(options), reporter_(reporter_make(options))
     {
         options_.review = true;
     }
@@ -50,7 +52,9 @@ public:
     {
         try {
             const OpenDocument open(options_, file);
-            ++(report(open.remarks(), progress) ? totals_.valid : totals_.invalid);
+            std::vector<Diagnostic> found = open.remarks();
+            std::ranges::move(schemas_.check(open, file), std::back_inserter(found));
+            ++(report(found, progress) ? totals_.valid : totals_.invalid);
         } catch (const Failure &failure) {
             (void)report(failure.diagnostics(), progress);
             ++(failure.exit_status() == Status::missing ? totals_.invalid : totals_.unreadable);
@@ -75,6 +79,7 @@ private:
     }
 
     Options options_;
+    Schemas schemas_;
     std::unique_ptr<Reporter> reporter_;
     Totals totals_;
 };

@@ -126,14 +126,14 @@ _zryaml_offer_options() {
     list) options+=(--null) ;;
     keys) options+=(--null --recursive) ;;
     where) options+=(--all) ;;
-    check) options+=(--strict) ;;
+    check) options+=(--schema --no-modeline --strict) ;;
     json) options+=(--typed --pretty) ;;
     esac
     case $3 in
     --type) options=(int uint float bool duration bytes string) ;;
     --diagnostics) options=(text json github sarif) ;;
     --default | --env | --set | --redact) options=() ;;
-    --over) _zryaml_offer_files "$2" && return ;;
+    --over | --schema) _zryaml_offer_files "$2" && return ;;
     *)
         case $2 in
         --type=*) options=(--type={int,uint,float,bool,duration,bytes,string}) ;;
@@ -154,7 +154,7 @@ _zryaml() {
     last=$((${#_zryaml_words[@]} - 1))
     for ((index = 1; index < last; index++)); do
         _zryaml_unquote "${_zryaml_words[index]}"
-        if [[ -n $may_be_option && $before == --@(default|type|diagnostics|over|env|set|redact) ]]; then
+        if [[ -n $may_be_option && $before == --@(default|type|diagnostics|over|env|set|redact|schema) ]]; then
             before= # this was its value
             continue
         fi
