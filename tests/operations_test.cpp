@@ -156,6 +156,42 @@ int32_t KeyStringCut(char *pcPath, uint32_t uiSize, char *pcName, uint32_t *puiU
     return yaml_KeyStringGet(pcPath, '.', uiSize, pcName, puiUsed, puiIndex);
 }
 
+// What a dump writes, with '|' for a new line, into the smallest buffer that it takes, and what was left of that.
+template <typename Dump> string Dumped(Dump dump)
+{
+    for (uint32_t uiSize = 0; uiSize < 64; ++uiSize) {
+        string buffer(uiSize + 1, '#');
+        Base().Reset();
+        const int32_t iWritten = dump(buffer.data(), uiSize);
+        if (buffer[uiSize] != '#')
+            return "written beyond its buffer";
+        if (iWritten >= 0)
+            return Replaced(buffer.substr(0, static_cast<size_t>(iWritten)), "\n", "|") + " left " +
+                   std::to_string(uiSize - static_cast<uint32_t>(iWritten));
+        if (iWritten != -1)
+            return "unknown result";
+    }
+    return "nothing";
+}
+#define DUMPED(call) Dumped([&](char *pcBuf, uint32_t uiSize) { return call; })
+
+// A lookup by a format whose arguments come in a list.
+YamlListNode *FoundByList(YamlHandle *pstHandle, const char *pcFormat, ...)
+{
+    va_list stArgs;
+    va_start(stArgs, pcFormat);
+    uint32_t uiIndexed = 0;
+    YamlListNode *pstFound = yaml_NodeGetByKey(pstHandle, &uiIndexed, pcFormat, stArgs);
+    va_end(stArgs);
+    return pstFound;
+}
+
+YamlListNode *FoundInFront(YamlListNode *pstNode, string path)
+{
+    uint32_t uiRest = static_cast<uint32_t>(path.size()) + 1, uiIndexed = 0;
+    return yaml_SeqNodeFindByKey(pstNode, path.data(), &uiRest, &uiIndexed);
+}
+
 constexpr const char *Plain = "{s: [i], e: [], k: v, l: {a: b}, m: {}}";
 constexpr const char *Merged = "b: &b {k: old}\nm: {o: 1, <<: *b, k: new}";
 
@@ -283,6 +319,33 @@ const Row g_astRow[] = {
     ROW("{}", Cut(KeyStringCut, "a]z.c"), "-1 used 0 'a'\n2 19000002 The format of key is wrong. (Key=a]z)"),
     ROW("{}", Cut(yaml_MetaChrProcess, "\\{\\}\\x"), "4 used 7 '{}\\x'"),
     ROW("{}", Cut(yaml_MetaChrProcess, "abc\\.def"), "5 used 9 'abc.d'"),
+    // What each dump writes, and that it stays within its buffer.
+    ROW("{a: {b: c, d: [e, {f: g}]}}", DUMPED(yaml_DumpMapList(t.At("a/"), 1, 2, uiSize, pcBuf)),
+        "|  { b: c, |    d: |      [ e, |        { f: g } ] },  left 1"),
+    ROW("{a: {b: c, d: [e, {f: g}]}}", DUMPED(yaml_DumpMapList(t.At("a/"), 0, 2, uiSize, pcBuf)),
+        "{ b: c, |    d: |      [ e, |        { f: g } ] },  left 1"),
+    ROW("{a: {b: c, d: e}}", DUMPED(yaml_MapListDumpProcess(t.At("a/"), 2, uiSize, pcBuf)), "b: c, d: e,  left 1"),
+    ROW("{a: {b: c}}", DUMPED(yaml_DumpScalarNode(t.At("a"), 2, uiSize, pcBuf)), "a: |      { b: c },  left 1"),
+    ROW("{a: {b: c}}", DUMPED(yaml_DumpChildList(t.At("a"), 2, uiSize, pcBuf)), "|      { b: c },  left 1"),
+    ROW("{a: [b, c]}", DUMPED(yaml_DumpSeqList(t.At("a/"), 2, uiSize, pcBuf)), "|  [ b, c ],  left 1"),
+    ROW("{a: []}", DUMPED(yaml_DumpSeqList(t.At("a/"), 2, uiSize, pcBuf)),
+        "nothing\n2 19000004 The sequence list is empty."),
+    ROW("{a: [b, c]}", DUMPED(yaml_SequenceListDump(t.At("a/"), 2, uiSize, pcBuf)), "b, c,  left 1"),
+    ROW("{a: [b, c]}", DUMPED(yaml_SeqNodeDump(t.At("a[1]"), 2, 0, uiSize, pcBuf, YAML_DATATYPE_SCALAR)), "c,  left 1"),
+    ROW("{a: [b, c]}", DUMPED(yaml_ScalarDumpInSeq(t.At("a[1]"), YAML_DATATYPE_MAP, 2, uiSize, pcBuf)),
+        "|  c,  left 1"),
+    ROW("{}", DUMPED(yaml_SpacePrintWithNewLine(pcBuf, uiSize, 3)), "|    left 1"),
+    // Lookups from a node, by a path that says how long it is.
+    ROW("{a: {b: [c, d]}}", FoundByList(t.pstHandle, "a.b[%u]", 1U), "d"),
+    ROW("{a: {b: [c, d]}}", FoundByList(t.pstHandle, "%n", 1U),
+        "NULL\n2 19000005 The input key is too long to format."),
+    ROW("{a: {b: [c, d]}}", yaml_NodeFind(t.pstHandle, string("a.b").data(), 4, &t.uiFlag), "b flag 0"),
+    ROW("{a: {b: [c, d]}}", yaml_NodeFindByKey(t.At("a/"), string("b[1]").data(), 5, &t.uiFlag), "d"),
+    ROW("[[c, d], e]", FoundInFront(t.At(""), "0][1]"), "d"),
+    ROW("{}", yaml_IsDigitalString("12a", 2), "1"),
+    ROW("{}", yaml_IsDigitalString("12a", 3),
+        "0\n2 19000009 The index contains any not digital character. (Index=12a)"),
+    ROW("{}", std::to_string(yaml_ArrayIndexGet(string("ab[12]").data(), &t.uiFlag, &t.uiFlag)), "0 flag 16"),
     // Public calls with arguments that are null or nothing: an error, or the answer that nothing has.
     ROW("{}", ZRYAML_FileLoad(nullptr) == nullptr ? 0U : 1U, "0\n" NULL_ARGUMENT),
     ROW("{}", ZRYAML_TextLoad(nullptr, 1, "x") == nullptr ? 0U : 1U, "0\n" NULL_ARGUMENT),
@@ -329,5 +392,24 @@ TEST_P(Operation, DoesWhatItSays)
 
 INSTANTIATE_TEST_SUITE_P(Row, Operation, testing::ValuesIn(g_astRow),
                          [](const auto &stInfo) { return "line" + std::to_string(stInfo.param.iLine); });
+
+// What goes from a large map or comes into it is what lookups find from then on.
+TEST_F(Recorded, OperationsOnAMapWithAnIndex)
+{
+    string document = "m: {";
+    for (int i = 0; i < 40; ++i)
+        document += std::to_string(i) + ": a, ";
+    Tree t((document + "last: b}").c_str());
+    const auto Found = [&](const char *pcPath) { return Tree::Shown(ZRYAML_PropertyGet(t.pstHandle, "%s", pcPath)); };
+    EXPECT_EQ(Found("m.last"), "b");
+    yaml_ListNodeFree(t.At("m.7"));
+    EXPECT_EQ(Found("m.7") + Found("m.8") + Found("m.last"), "NULLab");
+    Tree other((document + "last: b}").c_str());
+    YamlListNode *pstKey = other.New("new");
+    EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(pstKey, other.At("m.0")), YAML_OK);
+    EXPECT_EQ(yaml_ScalarNodeAddInMap(other.New("v"), pstKey, &other.uiFlag), YAML_OK);
+    EXPECT_STREQ(ZRYAML_PropertyGet(other.pstHandle, "m.new"), "v");
+    EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(other.New("last"), other.At("m.0")), YAML_ERR_SAME);
+}
 
 } // namespace
