@@ -3,6 +3,7 @@
 #include "command_line.h"
 #include "failure.h"
 #include "output.h"
+#include "redact.h"
 #include "report.h"
 
 #include <cstdio>
@@ -13,10 +14,18 @@ namespace zryaml::cli {
 
 namespace {
 
-// Diagnostics tell what went wrong; log records are for those who ask for them, and could tell what is to be hidden.
-void log_level_choose(const Options &options)
+void redacted_write(const ZR_LogRecord *record, void * /*context*/)
 {
-    if (options.verbose == 0 || !options.redact.empty())
+    (void)fprintf(stderr, "%s 0x%08X %s:%u %s: %s\n", record->pcModule, record->uiCode, record->pcFile, record->uiLine,
+                  record->pcFunction, record_redacted(record->pcText).c_str());
+}
+
+// Diagnostics tell what went wrong; log records are for those who ask for them.
+void log_choose(const Options &options)
+{
+    if (!options.redact.empty())
+        (void)ZR_LogSinkSet(redacted_write, nullptr);
+    if (options.verbose == 0)
         ZR_LogLevelSet(ZR_LOG_NOTHING);
     else
         ZR_LogLevelSet(options.verbose > 1 ? ZR_LOG_NOTE : ZR_LOG_WARNING);
@@ -24,7 +33,7 @@ void log_level_choose(const Options &options)
 
 Status invocation_run(const Invocation &invocation)
 {
-    log_level_choose(invocation.options);
+    log_choose(invocation.options);
     Status status = Status::found;
     if (invocation.command != nullptr)
         status = invocation.command->run(invocation.options);

@@ -2,6 +2,7 @@
 // Hides rather too much than too little.
 #include "redact.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <zr_yaml_layers.h>
 
@@ -30,6 +31,13 @@ std::string quotes_hidden(const std::string &text)
         }
     }
     return hidden;
+}
+
+// Where something was interpolated from a hidden value: diagnostics know values by their paths alone.
+std::unordered_set<std::string> &paths_of_referring()
+{
+    static std::unordered_set<std::string> paths;
+    return paths;
 }
 
 } // namespace
@@ -78,21 +86,29 @@ void Redactor::referring_hide(const Value &root)
         const auto [begin, end] = referring.equal_range(todo.back());
         todo.pop_back();
         for (auto referrer = begin; referrer != end; ++referrer) {
-            if (hidden_.insert(referrer->second).second)
-                todo.push_back(referrer->second);
+            if (!hidden_.insert(referrer->second).second)
+                continue;
+            todo.push_back(referrer->second);
+            paths_of_referring().insert(Value(referrer->second).path());
         }
     }
 }
 
+std::string record_redacted(std::string_view record)
+{
+    std::string begin(record.substr(0, record.find_first_of("'\"=:")));
+    return begin.size() == record.size() ? begin : begin.append(1, record[begin.size()]).append(Redactor::mark);
+}
+
 Diagnostic redacted(Diagnostic diagnostic, const std::vector<PathPattern> &patterns)
 {
-    diagnostic.record.clear();
-    for (const PathPattern &pattern : patterns) {
-        if (!diagnostic.path.empty() && pattern.matches(diagnostic.path)) {
-            diagnostic.message = "the value is wrong; --redact hides it";
-            diagnostic.names_value = false;
-            diagnostic.hint.clear();
-        }
+    diagnostic.record = record_redacted(diagnostic.record);
+    const bool fits = std::ranges::any_of(
+        patterns, [&](const PathPattern &pattern) { return pattern.matches(std::string_view(diagnostic.path)); });
+    if (!diagnostic.path.empty() && (fits || paths_of_referring().contains(diagnostic.path))) {
+        diagnostic.message = "the value is wrong; --redact hides it";
+        diagnostic.names_value = false;
+        diagnostic.hint.clear();
     }
     if (diagnostic.path.empty()) {
         diagnostic.message = quotes_hidden(diagnostic.message);

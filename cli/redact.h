@@ -20,6 +20,8 @@ public:
     using Components = std::vector<std::string>; // '.' and a key, or '[' and an index
     [[nodiscard]] bool matches(const Components &path) const;
     [[nodiscard]] bool matches(std::string_view path) const;
+    // From now on an index fits any index.
+    void indices_widen();
 
 private:
     Components components_;
@@ -48,8 +50,10 @@ private:
     std::unordered_set<const YamlListNode *> hidden_;
 };
 
-// A diagnostic without hidden texts: nothing about the text of a value on a hidden path, and nothing that is quoted
-// from a document that could not be loaded, whose paths are not known.
+// A log record up to the first thing that could be a text of a document.
+[[nodiscard]] std::string record_redacted(std::string_view record);
+// A diagnostic without hidden texts: nothing about the text of a hidden value, and nothing that is quoted from a
+// document that could not be loaded, whose paths are not known.
 [[nodiscard]] Diagnostic redacted(Diagnostic diagnostic, const std::vector<PathPattern> &patterns);
 
 } // namespace zryaml::cli

@@ -114,6 +114,14 @@ bool PathPattern::matches(string_view path) const
     return matches(components_of(path));
 }
 
+void PathPattern::indices_widen()
+{
+    for (std::string &component : components_) {
+        if (component.starts_with('['))
+            component = "[*";
+    }
+}
+
 std::vector<PathPattern> patterns_read(const std::vector<std::string> &texts)
 {
     return {texts.begin(), texts.end()};

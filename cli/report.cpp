@@ -28,7 +28,7 @@ std::unique_ptr<Reporter> format_reporter(const std::string &format, const Optio
         return github_reporter();
     if (format == "sarif")
         return sarif_reporter();
-    return format == "json" ? json_reporter() : text_reporter(options.redact.empty());
+    return format == "json" ? json_reporter() : text_reporter(options);
 }
 
 std::unique_ptr<Reporter> reporter_for(const std::string &format, const Options &options)

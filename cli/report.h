@@ -16,7 +16,7 @@ public:
     virtual void end() {}
 };
 
-[[nodiscard]] std::unique_ptr<Reporter> text_reporter(bool excerpts);
+[[nodiscard]] std::unique_ptr<Reporter> text_reporter(const Options &options);
 [[nodiscard]] std::unique_ptr<Reporter> json_reporter();
 [[nodiscard]] std::unique_ptr<Reporter> github_reporter();
 [[nodiscard]] std::unique_ptr<Reporter> sarif_reporter();

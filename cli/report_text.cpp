@@ -3,6 +3,7 @@
 // terminal also gets the source line with a caret under the place. Nothing of a document or a file name reaches the
 // terminal as a control character.
 #include "excerpt.h"
+#include "excerpt_mask.h"
 #include "report.h"
 #include "terminal.h"
 #include "text.h"
@@ -29,25 +30,24 @@ void lines_write(const std::string &lines)
     (void)fwrite(lines.data(), 1, lines.size(), stderr); // there is no other place to tell of a failure
 }
 
-// The source line and the caret below it; none if the source cannot be read again, or memory is short.
-std::string excerpt_lines(const std::string &file, const Place &place, const Palette &palette)
-try {
-    const std::optional<SourceWindow> window = source_window(file, place.line, place.column);
-    if (!window)
-        return {};
+// The source line and the caret below it.
+std::string excerpt_lines(const SourceWindow &window, const Place &place, const Palette &palette)
+{
     const std::string number = ' ' + std::to_string(place.line);
     const size_t margin = number.size() + 4; // " | ", and a cell that the cursor may stand in
     const size_t width = error_width();
-    const Excerpt excerpt = excerpt_make(*window, width - std::min(width, margin));
+    const Excerpt excerpt = excerpt_make(window, width - std::min(width, margin));
     return number + " | " + excerpt.text + '\n' + std::string(number.size(), ' ') + " | " +
            std::string(excerpt.caret, ' ') + palette.caret + '^' + palette.end + '\n';
-} catch (const std::exception &) {
-    return {};
 }
 
 class TextReporter : public Reporter {
 public:
-    explicit TextReporter(bool excerpts) : excerpts_(excerpts && error_is_terminal()) {}
+    explicit TextReporter(const Options &options)
+    {
+        if (!options.redact.empty())
+            mask_.emplace(options);
+    }
 
     void report(const Diagnostic &diagnostic) override
     {
@@ -79,10 +79,17 @@ private:
     {
         message(file, place, "note", palette_.note, text);
     }
-    void excerpt(const std::string &file, const Place &place) const
-    {
-        if (place.line != 0 && excerpts_)
-            lines_write(excerpt_lines(file, place, palette_));
+    // None if the source cannot be read again, or memory is short.
+    void excerpt(const std::string &file, const Place &place)
+    try {
+        if (place.line == 0 || !error_is_terminal())
+            return;
+        const std::optional<SourceWindow> window =
+            mask_ ? mask_->window(file, place.line, place.column) : source_window(file, place.line, place.column);
+        if (window)
+            lines_write(excerpt_lines(*window, place, palette_));
+    } catch (const std::exception &) {
+        return;
     }
     [[nodiscard]] const char *level_colour(const Diagnostic &diagnostic) const
     {
@@ -91,15 +98,15 @@ private:
         return diagnostic.level == YAML_PROBLEM_WARNING ? palette_.warning : palette_.note;
     }
 
-    bool excerpts_;
+    std::optional<ExcerptMask> mask_;
     Palette palette_ = error_has_colour() ? colours : Palette();
 };
 
 } // namespace
 
-std::unique_ptr<Reporter> text_reporter(bool excerpts)
+std::unique_ptr<Reporter> text_reporter(const Options &options)
 {
-    return std::make_unique<TextReporter>(excerpts);
+    return std::make_unique<TextReporter>(options);
 }
 
 } // namespace zryaml::cli

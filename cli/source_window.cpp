@@ -9,6 +9,7 @@
 #include <memory>
 #include <string_view>
 #include <sys/stat.h>
+#include <zr_yaml.h>
 
 namespace zryaml::cli {
 
@@ -21,12 +22,15 @@ struct FileClose {
 };
 using File = std::unique_ptr<FILE, FileClose>;
 
+File text_open(std::string_view text)
+{
+    return File(text.empty() ? nullptr : fmemopen(const_cast<char *>(text.data()), text.size(), "rb"));
+}
+
 File source_open(const std::string &name)
 {
-    if (name == input_name) {
-        const std::string &text = input_text();
-        return File(text.empty() ? nullptr : fmemopen(const_cast<char *>(text.data()), text.size(), "rb"));
-    }
+    if (name == input_name)
+        return text_open(input_text());
     struct stat status = {};
     const bool regular = stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
     return File(regular ? fopen(name.c_str(), "rbe") : nullptr);
@@ -109,6 +113,7 @@ SourceWindow line_read(Bytes &bytes, uint32_t column)
 {
     SourceWindow window;
     const uint32_t skipped = characters_skip(bytes, column > window_side ? column - window_side : 0);
+    window.column = skipped + 1;
     window.cut_before = skipped > 0;
     bool reached = false;
     uint32_t at = skipped;
@@ -130,11 +135,8 @@ SourceWindow line_read(Bytes &bytes, uint32_t column)
     return window;
 }
 
-} // namespace
-
-std::optional<SourceWindow> source_window(const std::string &file, uint32_t line, uint32_t column)
+std::optional<SourceWindow> window_read(const File &source, uint32_t line, uint32_t column)
 {
-    const File source = source_open(file);
     if (source == nullptr)
         return std::nullopt;
     Bytes bytes(source.get());
@@ -146,6 +148,34 @@ std::optional<SourceWindow> source_window(const std::string &file, uint32_t line
     if (!line_reach(bytes, line))
         return std::nullopt;
     return line_read(bytes, column);
+}
+
+} // namespace
+
+std::optional<SourceWindow> source_window(const std::string &file, uint32_t line, uint32_t column)
+{
+    return window_read(source_open(file), line, column);
+}
+
+std::optional<SourceWindow> text_window(std::string_view text, uint32_t line, uint32_t column)
+{
+    return window_read(text_open(text), line, column);
+}
+
+std::optional<std::string> source_text(const std::string &file)
+{
+    const File source = source_open(file);
+    if (source == nullptr)
+        return std::nullopt;
+    YamlLimits limits = YAML_LIMITS_INIT;
+    (void)ZRYAML_LimitsGet(&limits);
+    std::string text;
+    for (Bytes bytes(source.get()); !bytes.ahead().empty() && text.size() <= limits.ulFileBytes;) {
+        const std::string_view part = bytes.ahead();
+        text += part;
+        bytes.skip(part.size());
+    }
+    return text;
 }
 
 } // namespace zryaml::cli

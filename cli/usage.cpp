@@ -30,6 +30,33 @@ Names option_names(const Command *command)
     return names;
 }
 
+// Whether a name is one of an option's, "-r,--recursive".
+bool is_named(const Option &option, const std::string &name)
+{
+    return (',' + std::string(option.names) + ',').find(',' + name + ',') != std::string::npos;
+}
+
+// The option that was meant but stands before its command, where only the common ones may; NULL if there is none.
+// Behind the command it would have been taken.
+const Option *early_option(const Command *command, const std::string &name)
+{
+    for (const Option &option : options()) {
+        const bool taken = command == nullptr || takes(*command, option);
+        if (!option.commands.empty() && taken && is_named(option, name))
+            return &option;
+    }
+    return nullptr;
+}
+
+Diagnostic early_diagnostic(const Command *command, const Option &option, const std::string &name)
+{
+    Diagnostic diagnostic;
+    diagnostic.message = "the option '" + name + "' stands before the command";
+    diagnostic.hint = std::string("write it behind: zryaml ") + (command != nullptr ? command->name : "COMMAND") +
+                      " ... " + name + (option.values[0] != '\0' ? " " : "") + option.values;
+    return diagnostic;
+}
+
 // The way out: the one name that is clearly nearest, or the help.
 std::string way_out(const Command *command, const std::string &wrong, const Names &names)
 {
@@ -49,6 +76,8 @@ Failure usage_failure(const Command *command, const std::vector<std::string> &un
     Names names;
     if (option != unexpected.end()) {
         wrong = option->substr(0, option->find('='));
+        if (const Option *early = early_option(command, wrong))
+            return {Status::misuse, early_diagnostic(command, *early, wrong)};
         names = option_names(command);
         message =
             "there is no option '" + wrong + '\'' + (command != nullptr ? std::string(" for ") + command->name : "");

@@ -193,6 +193,7 @@ table <<'ROWS'
 2 gte conf.yaml =! zryaml: note: did you mean 'get'?
 2 get conf.yaml
 2 get conf.yaml name more =! zryaml: error: 'more' is one argument too many
+2 --redact x json conf.yaml =! zryaml: error: the option '--redact' stands before the command
 2 get conf.yaml name --prety =! zryaml: error: there is no option '--prety' for get
 2 json conf.yaml --prety =! zryaml: note: did you mean '--pretty'?
 2 --diagnostics xml check conf.yaml
@@ -278,6 +279,7 @@ holds sarif.json version=2.1.0 runs[0].tool.driver.rules[0].id=YAML_ERR_SAME "$r
 records() { "$zryaml" "$@" 2>&1 >out | grep -c 'yaml/src/'; }
 [ "$(records check tab.yaml)" -eq 0 ] || fail "log records without -v"
 [ "$(records -v check tab.yaml)" -eq 2 ] || fail "no log records with -v"
+[ "$(records -v check again.yaml --redact x)" -eq 2 ] || fail "no log records with -v and --redact"
 [ "$(records -vv stats conf.yaml)" -gt "$(records -v stats conf.yaml)" ] || fail "no more records with -vv"
 
 # A terminal: source line, caret, colour, progress. script runs a command on one; it turns \n into \r\n. A row is
@@ -288,6 +290,7 @@ if [ "$(terminal echo there 2>/dev/null)" = there ]; then
     printf 'a: [%s, @x, %s]\n' "$(printf '1, %.0s' {1..100})2" "$(printf '3, %.0s' {1..100})4" >long.yaml
     printf 'a: 1\xe2\x80\xa8b: 2\r\nc: 3\xc2\x85d: [ @x\n' >ends.yaml
     (echo -n 'a: [1, 2}' && head -c 100000000 /dev/zero | tr '\0' x) >large.yaml
+    printf '{a: "z1, z1", b: {c: z1 z1\n  z1, d: !apend x}, e: !Unset z1}' >masked.yaml
     many="check $(printf 'conf.yaml %.0s' {1..20})"
     plain="env TERM=xterm NO_COLOR=1 $zryaml"
     while IFS=$'\t' read -r sign wanted call; do
@@ -305,6 +308,8 @@ if [ "$(terminal echo there 2>/dev/null)" = there ]; then
 +	 1 | ..., 1, 1, 1, 2, @x, 3, 3, 3, 3...\n	$plain check long.yaml
 +	 1 | a: [1, 2}xxx	ulimit -v 400000; $plain check large.yaml
 +	 1 | k: 1\n	$plain check - <again.yaml
++	 1 | {a: ***, b: {c: ***, d: x}\n	$plain check --strict masked.yaml --redact a --redact *.c
+-	z1	$plain check --strict masked.yaml --redact a --redact *.c
 +	\033[1;31merror:	env TERM=xterm $zryaml check tab.yaml
 +	\033[1;31merror:	env TERM=xterm NO_COLOR= $zryaml check tab.yaml
 -	\033	$plain check tab.yaml

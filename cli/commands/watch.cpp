@@ -35,10 +35,12 @@ using HeldDocument = std::unique_ptr<YamlHandle, Release>;
     throw Failure(Status::misuse, std::move(diagnostic));
 }
 
-void all_report(Reporter &reporter, const std::vector<Diagnostic> &diagnostics)
+// What is wrong with one version, by a reporter that has seen no other: it may have looked at the files.
+void all_report(const Options &options, const std::vector<Diagnostic> &diagnostics)
 {
+    const std::unique_ptr<Reporter> reporter = side_reporter_make(options);
     for (const Diagnostic &diagnostic : diagnostics)
-        reporter.report(diagnostic);
+        reporter->report(diagnostic);
 }
 
 std::string time_now()
@@ -53,7 +55,7 @@ std::string time_now()
 
 class Watcher {
 public:
-    explicit Watcher(const Options &options) : options_(options), reporter_(side_reporter_make(options))
+    explicit Watcher(const Options &options) : options_(options)
     {
         const std::vector<YamlLayer> layers = layers_of(options, options.files.front());
         const YamlLayerOptions layer_options = layer_options_of(options);
@@ -64,7 +66,7 @@ public:
         std::vector<Diagnostic> diagnostics = diagnostics_take(problems);
         if (watch_ == nullptr)
             throw load_failure(std::move(diagnostics));
-        all_report(*reporter_, diagnostics);
+        all_report(options, diagnostics);
         newest_.reset(ZRYAML_WatchAcquire(watch_.get()));
     }
 
@@ -84,7 +86,7 @@ private:
     {
         YamlProblems *problems = nullptr;
         const uint32_t code = ZRYAML_WatchPoll(watch_.get(), &problems);
-        all_report(*reporter_, diagnostics_take(problems));
+        all_report(options_, diagnostics_take(problems));
         if (code != YAML_WATCH_CHANGED)
             return;
         changes_write();
@@ -94,7 +96,7 @@ private:
         Diagnostic trouble;
         trouble.message = child_run(options_.command, signals_);
         if (!trouble.message.empty())
-            reporter_->report(trouble);
+            all_report(options_, {trouble});
     }
 
     void changes_write()
@@ -111,7 +113,6 @@ private:
 
     const Options &options_;
     EndSignals signals_;
-    std::unique_ptr<Reporter> reporter_;
     WatchPtr watch_;
     HeldDocument newest_; // for what the patterns hide in it, once it is the old one
 };
