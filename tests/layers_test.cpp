@@ -47,6 +47,11 @@ const StackCase g_stacks[] = {
      {"{a: {b: !unset 1, c: [{d: !unset , e: 1}]}, f: }", "{a: {c: !replace [{g: !unset }]}, f: !append [1]}"},
      R"({"a":{"c":[{}]},"f":["1"]})"},
     {__LINE__,
+     {"{a: [1], b: 2}", "{a: !apend [3], b: !Unset x}"},
+     R"({"a":["3"],"b":"x"})"
+     "\n-1:1:5: a: this tag is unknown and ignored (did you mean '!append'?)"
+     "\n-1:1:20: b: this tag is unknown and ignored (did you mean '!unset'?)"},
+    {__LINE__,
      {"{a: {k: 1}, b: 2}", "{a: !append [1], b: !prepend [1], c: !append x}"},
      "\n1:1:5: a: '!append' joins sequences, but this is a map in 0, line 1"
      "\n1:1:21: b: '!prepend' joins sequences, but this is a scalar in 0, line 1"

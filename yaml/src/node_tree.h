@@ -24,11 +24,13 @@ constexpr uint32_t NODE_STYLE_SHIFT = 4U, NODE_STYLE_MASK = 7U << NODE_STYLE_SHI
 constexpr uint32_t NODE_TAG_SHIFT = 7U, NODE_TAG_MASK = 7U << NODE_TAG_SHIFT;
 constexpr uint32_t NODE_LAYER_SHIFT = 10U, NODE_LAYER_MASK = 1023U << NODE_LAYER_SHIFT;
 constexpr uint32_t NODE_LAYER_TAG_SHIFT = 20U, NODE_LAYER_TAG_MASK = 7U << NODE_LAYER_TAG_SHIFT; // layer_tag.h
-constexpr uint32_t NODE_SHADOWS = 1U << 23;   // a value that layers put in the place of another one
-constexpr uint32_t NODE_EXPANDING = 1U << 24; // a scalar whose references are being replaced
-constexpr uint32_t NODE_EXPANDED = 1U << 25;  // a scalar whose references have been replaced
+constexpr uint32_t NODE_SHADOWS = 1U << 23;      // a value that layers put in the place of another one
+constexpr uint32_t NODE_EXPANDING = 1U << 24;    // a scalar whose references are being replaced
+constexpr uint32_t NODE_EXPANDED = 1U << 25;     // a scalar whose references have been replaced
+constexpr uint32_t NODE_TAG_MISSPELT = 1U << 26; // the tag of layers is the one that was probably meant
 // A copy has these of its source.
-constexpr uint32_t NODE_COPIED = NODE_STYLE_MASK | NODE_TAG_MASK | NODE_LAYER_MASK | NODE_LAYER_TAG_MASK;
+constexpr uint32_t NODE_COPIED =
+    NODE_STYLE_MASK | NODE_TAG_MASK | NODE_LAYER_MASK | NODE_LAYER_TAG_MASK | NODE_TAG_MISSPELT;
 
 [[nodiscard]] constexpr uint32_t StateGet(const YamlListNode &stNode, uint32_t uiMask, uint32_t uiShift) noexcept
 {

@@ -28,10 +28,12 @@ std::string_view WithoutZeros(std::string_view digits) noexcept
     return digits;
 }
 
-// Numbers by their value, anything else by its bytes.
+// Numbers by their value, before anything else by its bytes.
 int ComponentCompare(std::string_view one, std::string_view other) noexcept
 {
-    if (IsNumber(one) && IsNumber(other)) {
+    if (IsNumber(one) != IsNumber(other))
+        return IsNumber(one) ? -1 : 1;
+    if (IsNumber(one)) {
         one = WithoutZeros(one);
         other = WithoutZeros(other);
         if (one.size() != other.size())
@@ -42,11 +44,13 @@ int ComponentCompare(std::string_view one, std::string_view other) noexcept
 
 int VariableCompare(const void *one, const void *other) noexcept
 {
-    ComponentReader left(static_cast<const Variable *>(one)->path), right(static_cast<const Variable *>(other)->path);
+    const std::string_view leftPath = static_cast<const Variable *>(one)->path;
+    const std::string_view rightPath = static_cast<const Variable *>(other)->path;
+    ComponentReader left(leftPath), right(rightPath);
     for (;;) {
         const bool leftEnds = !left.Next(), rightEnds = !right.Next();
         if (leftEnds || rightEnds)
-            return leftEnds && rightEnds ? 0 : leftEnds ? -1 : 1;
+            return leftEnds && rightEnds ? leftPath.compare(rightPath) : leftEnds ? -1 : 1; // "0" and "00"
         const int order = ComponentCompare(left.Component(), right.Component());
         if (order != 0)
             return order;

@@ -28,10 +28,15 @@ bool HasKey(const YamlListNode &node) noexcept
 
 void zryaml::layers::TagCheck(Stack &stack, YamlListNode &node) noexcept
 {
-    if (LayerTagOf(node) == LayerTag::None)
+    if (LayerTagMeant(node) == LayerTag::None)
         return;
     Spot spot = SpotOf(node);
-    if (!HasKey(node)) {
+    if (LayerTagOf(node) == LayerTag::None) {
+        spot.level = YAML_PROBLEM_WARNING;
+        spot.hint = MisspeltHint(LayerTagMeant(node));
+        Tell(stack, spot, MisspeltSentence);
+        LayerTagSet(node, LayerTag::None); // told once
+    } else if (!HasKey(node)) {
         spot.level = YAML_PROBLEM_WARNING;
         spot.hint = "these tags belong on the value of a key";
         Tell(stack, spot, "'%s' means nothing here", NameOf(node));

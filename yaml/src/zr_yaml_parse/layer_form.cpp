@@ -2,6 +2,7 @@
 // What only loads of layers know: tags that say how a value lies over another, and merge forms.
 #include "../document_load.h"
 #include "../layer_tag.h"
+#include "../nearest_text.h"
 #include "tree_builder.h"
 
 namespace {
@@ -29,15 +30,28 @@ bool EndsValue(const yaml_event_t &event) noexcept
            event.type == YAML_MAPPING_END_EVENT;
 }
 
+// Notes a tag of layers in its node, and one that looks as if it was to be one. False if it is neither.
+bool TagTake(YamlListNode &node, const char *name) noexcept
+{
+    LayerTag tag = LayerTagNamed(name);
+    const bool misspelt = tag == LayerTag::None;
+    if (misspelt) {
+        NearestText nearest(name);
+        for (const std::string_view known : LayerTagNames)
+            nearest.Offer(known);
+        tag = nearest.Best() != nullptr ? LayerTagNamed(nearest.Best()) : LayerTag::None;
+    }
+    LayerTagSet(node, tag);
+    node.uiState |= misspelt && tag != LayerTag::None ? NODE_TAG_MISSPELT : 0;
+    return tag != LayerTag::None;
+}
+
 } // namespace
 
 uint32_t zryaml::parse::TreeBuilder::TakeLayerForm(const yaml_event_t &event) noexcept
 {
     const char *name = (handle.uiLoadFlags & LOAD_TAGS) != 0 ? TagOf(event) : nullptr;
-    const LayerTag tag = name != nullptr ? LayerTagNamed(name) : LayerTag::None;
-    if (tag != LayerTag::None) {
-        LayerTagSet(*current, tag);
+    if (name != nullptr && TagTake(*current, name))
         handle.uiLoadFlags |= LOAD_TAGS_SEEN;
-    }
     return (handle.uiLoadFlags & LOAD_MERGE_FORMS) != 0 && EndsValue(event) ? MergeForm() : uint32_t{YAML_OK};
 }

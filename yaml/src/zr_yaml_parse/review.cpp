@@ -3,6 +3,7 @@
 #include "review.h"
 
 #include "../document_load.h"
+#include "../layer_tag.h"
 #include "../node_tree.h"
 #include "problem_scene.h"
 
@@ -50,6 +51,14 @@ void MergeReview(YamlProblems **problems, const YamlListNode &key) noexcept
              "write a line '<<: *name' for each of its elements");
 }
 
+// Tags of layers do nothing in a document by itself, and something as soon as it is laid over another.
+void TagReview(YamlProblems **problems, const YamlListNode &node) noexcept
+{
+    if ((node.uiState & NODE_TAG_MISSPELT) != 0 && node.uiFromAlias == 0)
+        Warn(problems, node, {node.uiLine, node.uiColumn}, YAML_ERR_LAYER, MisspeltSentence,
+             MisspeltHint(LayerTagMeant(node)));
+}
+
 class Nodes { // in the order in which the source made them
 public:
     explicit Nodes(const YamlHandle &handle) noexcept
@@ -63,6 +72,7 @@ public:
             if (node.uiLine > place.line || (node.uiLine == place.line && node.uiColumn > place.column))
                 break;
             m_last = &node;
+            TagReview(problems, node);
             if (node.pcValue != nullptr)
                 MergeReview(problems, node);
         }
@@ -140,7 +150,8 @@ YamlHandle *ZRYAML_FileReview(const char *pcPath, YamlProblems **ppstProblems)
     if (ppstProblems != nullptr)
         *ppstProblems = nullptr;
     const bool review = ppstProblems != nullptr && pcPath != nullptr;
-    return Told(review ? DocumentOfFile(pcPath, {.review = ppstProblems}) : ZRYAML_FileLoad(pcPath), ppstProblems);
+    return Told(review ? DocumentOfFile(pcPath, {.flags = LOAD_TAGS, .review = ppstProblems}) : ZRYAML_FileLoad(pcPath),
+                ppstProblems);
 }
 
 YamlHandle *ZRYAML_TextReview(const char *pcText, size_t ulLength, const char *pcName, YamlProblems **ppstProblems)
@@ -148,7 +159,8 @@ YamlHandle *ZRYAML_TextReview(const char *pcText, size_t ulLength, const char *p
     if (ppstProblems != nullptr)
         *ppstProblems = nullptr;
     const bool review = ppstProblems != nullptr && pcText != nullptr;
-    return Told(review ? DocumentOfText({pcText, ulLength}, pcName != nullptr ? pcName : "", {.review = ppstProblems})
+    return Told(review ? DocumentOfText({pcText, ulLength}, pcName != nullptr ? pcName : "",
+                                        {.flags = LOAD_TAGS, .review = ppstProblems})
                        : ZRYAML_TextLoad(pcText, ulLength, pcName),
                 ppstProblems);
 }
