@@ -333,6 +333,17 @@ ZRYAML_API uint32_t ZRYAML_RecordRead(YamlHandle *pstHandle, const YamlListNode 
                                       void *pvRecord, YamlProblems **ppstProblems);
 
 /**
+ * Whether a whole document reads into a record, which is thrown away: a host's check of a watched document is
+ * `return ZRYAML_RecordCheck(conf, &record, problems);`. Not for records that are filled in place.
+ *
+ * @param pstHandle    Document.
+ * @param pstRecord    Description.
+ * @param pstProblems  List that the problems are added to; NULL for none.
+ * @return As ZRYAML_RecordRead.
+ */
+ZRYAML_API uint32_t ZRYAML_RecordCheck(YamlHandle *pstHandle, const YamlRecord *pstRecord, YamlProblems *pstProblems);
+
+/**
  * Reads one value as a field describes it, whatever its kind: what ZRYAML_RecordRead is for records that are filled in
  * place.
  *

@@ -271,6 +271,24 @@ uint32_t ZRYAML_RecordRead(YamlHandle *pstHandle, const YamlListNode *pstValue, 
                 });
 }
 
+uint32_t ZRYAML_RecordCheck(YamlHandle *pstHandle, const YamlRecord *pstRecord, YamlProblems *pstProblems)
+{
+    KeptMemory memory;
+    void *place = pstRecord != nullptr ? memory.Take(pstRecord->uiRecordSize) : nullptr;
+    if (pstRecord != nullptr && place == nullptr)
+        return ErrorNote(YAML_ERR_NOMEM, "Out of memory."), YAML_ERR_NOMEM;
+    YamlProblems *found = nullptr;
+    const uint32_t code = Read(pstHandle, nullptr, place, &found, [&](YamlReading &reading, const YamlListNode *value) {
+        const uint32_t result = RecordRead(reading, value, *pstRecord, place);
+        reading.kept.Release(); // the document keeps nothing of it
+        return result;
+    });
+    for (uint32_t number = 0; const YamlProblem *problem = ZRYAML_ProblemGet(found, number); ++number)
+        (void)ZRYAML_ProblemReport(pstProblems != nullptr ? &pstProblems : nullptr, problem);
+    ZRYAML_ProblemsFree(found);
+    return code;
+}
+
 uint32_t ZRYAML_FieldRead(YamlHandle *pstHandle, const YamlListNode *pstValue, const YamlField *pstField, void *pvPlace,
                           YamlProblems **ppstProblems)
 {
