@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The JSON Schema (draft-07) of a description, for editors. It is a little stricter than the reading: a text that looks
 // like a number wants quotes, and a boolean is true or false.
-#include "describe.h"
+#include "json_out.h"
 
 #include <cmath>
 #include <cstring>
@@ -12,11 +12,11 @@ using namespace zryaml;
 using namespace zryaml::bind;
 
 constexpr const char *DurationPattern = "^[+-]?([0-9]+(d|h|min|m|s|ms|us|ns))+$";
-constexpr const char *BytesPattern = "^[0-9]+(\\\\.[0-9]+)?(B|[kKMGTPE]B|[KMGTPE]iB)?$"; // escaped for JSON
+constexpr const char *BytesPattern = "^[0-9]+(\\.[0-9]+)?(B|[kKMGTPE]B|[KMGTPE]iB)?$";
 
 class SchemaWriter {
 public:
-    explicit SchemaWriter(TextOut &out) noexcept : out_(out) {}
+    explicit SchemaWriter(TextOut &out) noexcept : json_(out) {}
     void Document(const YamlRecord &record) noexcept;
 
 private:
@@ -32,155 +32,77 @@ private:
     void Parts(const YamlField &field, bool nullable, const OpenRecord *open) noexcept;
     void RecordOrReference(const YamlRecord *record, bool nullable, const OpenRecord *open) noexcept;
 
-    // An object begins with "{", its members each on a line of their own.
-    void Open(char bracket) noexcept
-    {
-        out_.Put(bracket);
-        indent_ += 2;
-        first_ = true;
-    }
-    void Close(char bracket) noexcept
-    {
-        indent_ -= 2;
-        if (!first_)
-            Line();
-        out_.Put(bracket);
-        first_ = false;
-    }
-    void Line() noexcept
-    {
-        out_.Put('\n');
-        for (uint32_t column = 0; column < indent_; ++column)
-            out_.Put(' ');
-    }
-    void Next() noexcept
-    {
-        if (!first_)
-            out_.Put(',');
-        first_ = false;
-        Line();
-    }
-    void Name(const char *name) noexcept
-    {
-        Next();
-        String(name);
-        out_.Put(std::string_view(": "));
-    }
-    void Member(const char *name, const char *text) noexcept
-    {
-        Name(name);
-        String(text);
-    }
-    void Type(const char *name, bool nullable) noexcept
-    {
-        Name("type");
-        out_.Format(nullable ? "[\"%s\", \"null\"]" : "\"%s\"", name);
-    }
-    void String(std::string_view text) noexcept;
+    void Type(const char *name, bool nullable) noexcept;
 
-    // Where in the schema the writer is, for references. What it returns goes back to PathLeave.
-    uint32_t PathEnter(const char *name) noexcept;
-    void PathLeave(uint32_t length) noexcept { path_[pathLength_ = length] = '\0'; }
-
-    TextOut &out_;
-    uint32_t indent_ = 0;
-    bool first_ = true;
-    char path_[1024] = "#";
-    uint32_t pathLength_ = 1;
+    JsonOut json_;
+    JsonPointer path_;
 };
 
-void SchemaWriter::String(std::string_view text) noexcept
+void SchemaWriter::Type(const char *name, bool nullable) noexcept
 {
-    out_.Put('"');
-    for (const char character : text) {
-        if (static_cast<unsigned char>(character) < 0x20)
-            out_.Format("\\u%04x", static_cast<unsigned>(character));
-        else if (character == '"' || character == '\\')
-            out_.Format("\\%c", character);
-        else
-            out_.Put(character);
-    }
-    out_.Put('"');
-}
-
-// A path that is too long is cut, and no reference leads there.
-uint32_t SchemaWriter::PathEnter(const char *name) noexcept
-{
-    const uint32_t before = pathLength_;
-    char part[8] = "/";
-    for (;;) {
-        const auto size = static_cast<uint32_t>(strlen(part));
-        if (pathLength_ + size < sizeof(path_)) {
-            memcpy(path_ + pathLength_, part, size + 1);
-            pathLength_ += size;
-        }
-        if (*name == '\0')
-            return before;
-        const auto character = static_cast<unsigned char>(*name++);
-        const bool letter = (character | 0x20U) >= 'a' && (character | 0x20U) <= 'z';
-        const bool plain = letter || (character >= '0' && character <= '9') || strchr("-_.", character) != nullptr;
-        if (character == '~' || character == '/')
-            (void)snprintf(part, sizeof(part), "~%c", character == '~' ? '0' : '1');
-        else
-            (void)snprintf(part, sizeof(part), plain ? "%c" : "%%%02X", character);
-    }
+    json_.Name("type");
+    if (!nullable)
+        return json_.String(name);
+    json_.Raw("[");
+    json_.String(name);
+    json_.Raw(", \"null\"]");
 }
 
 void SchemaWriter::Document(const YamlRecord &record) noexcept
 {
-    Open('{');
-    Member("$schema", "http://json-schema.org/draft-07/schema#");
+    json_.Open('{');
+    json_.Member("$schema", "http://json-schema.org/draft-07/schema#");
     Record(record, false, nullptr, nullptr, nullptr);
-    Close('}');
-    out_.Put('\n');
+    json_.Close('}');
+    json_.Raw("\n");
 }
 
 // The members of the schema of a record; the braces are the caller's.
 void SchemaWriter::Record(const YamlRecord &record, bool nullable, const OpenRecord *open, const char *tagKey,
                           const char *tag) noexcept
 {
-    const OpenRecord here = {&record, open, pathLength_};
+    const OpenRecord here = {&record, open, path_.Length()};
     Type("object", nullable);
     if (record.pcDoc != nullptr)
-        Member("description", record.pcDoc);
+        json_.Member("description", record.pcDoc);
     Properties(record, &here, tagKey, tag);
     Required(record, tagKey);
     if (record.bIgnoreUnknown != 0)
         return;
-    Name("patternProperties");
-    out_.Put(std::string_view("{\"^x-\": {}}"));
-    Name("additionalProperties");
-    out_.Put(std::string_view("false"));
+    json_.Name("patternProperties");
+    json_.Raw("{\"^x-\": {}}");
+    json_.Name("additionalProperties");
+    json_.Raw("false");
 }
 
 void SchemaWriter::Properties(const YamlRecord &record, const OpenRecord *here, const char *tagKey,
                               const char *tag) noexcept
 {
     const void *model = record.pfnModel != nullptr ? record.pfnModel() : nullptr;
-    Name("properties");
-    const uint32_t before = PathEnter("properties");
-    Open('{');
+    json_.Name("properties");
+    const uint32_t before = path_.Enter("properties");
+    json_.Open('{');
     if (tagKey != nullptr) {
-        Name(tagKey);
-        Open('{');
-        Member("const", tag);
-        Close('}');
+        json_.Name(tagKey);
+        json_.Open('{');
+        json_.Member("const", tag);
+        json_.Close('}');
     }
     for (uint32_t index = 0; index < record.uiFields; ++index) {
         const YamlField &field = FieldAt(record, index);
         for (const char *key : {field.pcKey, field.pcOldKey}) {
             if (key == nullptr || (tagKey != nullptr && strcmp(key, tagKey) == 0))
                 continue;
-            Name(key);
-            const uint32_t outer = PathEnter(key);
-            Open('{');
+            json_.Name(key);
+            const uint32_t outer = path_.Enter(key);
+            json_.Open('{');
             Field(field, model, field.bRequired == 0, here);
-            Close('}');
-            PathLeave(outer);
+            json_.Close('}');
+            path_.Leave(outer);
         }
     }
-    Close('}');
-    PathLeave(before);
+    json_.Close('}');
+    path_.Leave(before);
 }
 
 // A key that may have its old name cannot be asked for.
@@ -191,27 +113,27 @@ void SchemaWriter::Required(const YamlRecord &record, const char *tagKey) noexce
         any = any || (FieldAt(record, index).bRequired != 0 && FieldAt(record, index).pcOldKey == nullptr);
     if (!any)
         return;
-    Name("required");
-    Open('[');
+    json_.Name("required");
+    json_.Open('[');
     if (tagKey != nullptr) {
-        Next();
-        String(tagKey);
+        json_.Next();
+        json_.String(tagKey);
     }
     for (uint32_t index = 0; index < record.uiFields; ++index) {
         const YamlField &field = FieldAt(record, index);
         if (field.bRequired == 0 || field.pcOldKey != nullptr ||
             (tagKey != nullptr && strcmp(field.pcKey, tagKey) == 0))
             continue;
-        Next();
-        String(field.pcKey);
+        json_.Next();
+        json_.String(field.pcKey);
     }
-    Close(']');
+    json_.Close(']');
 }
 
 void SchemaWriter::Field(const YamlField &field, const void *model, bool nullable, const OpenRecord *open) noexcept
 {
     if (field.pcDoc != nullptr)
-        Member("description", field.pcDoc);
+        json_.Member("description", field.pcDoc);
     switch (field.uiKind) {
     case YAML_KIND_OPTIONAL:
         return Field(ElementOf(field), nullptr, true, open);
@@ -239,10 +161,8 @@ void SchemaWriter::RecordOrReference(const YamlRecord *record, bool nullable, co
     const OpenRecord *same = OpenFind(open, record);
     if (same == nullptr)
         return Record(*record, nullable, open, nullptr, nullptr);
-    Name("$ref");
-    out_.Put('"');
-    out_.Put(std::string_view(path_, same->mark));
-    out_.Put('"');
+    json_.Name("$ref");
+    json_.String(path_.Head(same->mark));
 }
 
 void SchemaWriter::Scalar(const YamlField &field, bool nullable) noexcept
@@ -259,25 +179,23 @@ void SchemaWriter::Scalar(const YamlField &field, bool nullable) noexcept
         return Type("boolean", nullable);
     case YAML_KIND_DURATION:
         Type("string", nullable);
-        return Member("pattern", DurationPattern);
+        return json_.Member("pattern", DurationPattern);
     case YAML_KIND_BYTES:
-        Name("type");
-        out_.Put(std::string_view(nullable ? "[\"integer\", \"string\", \"null\"]" : "[\"integer\", \"string\"]"));
-        Name("pattern");
-        out_.Format("\"%s\"", BytesPattern);
-        return;
+        json_.Name("type");
+        json_.Raw(nullable ? "[\"integer\", \"string\", \"null\"]" : "[\"integer\", \"string\"]");
+        return json_.Member("pattern", BytesPattern);
     case YAML_KIND_ENUM:
-        Name("enum");
-        Open('[');
+        json_.Name("enum");
+        json_.Open('[');
         for (uint32_t index = 0; index < field.uiNames; ++index) {
-            Next();
-            String(field.pstNames[index].pcText);
+            json_.Next();
+            json_.String(field.pstNames[index].pcText);
         }
         if (nullable) {
-            Next();
-            out_.Put(std::string_view("null"));
+            json_.Next();
+            json_.Raw("null");
         }
-        return Close(']');
+        return json_.Close(']');
     default:
         return Type("string", nullable);
     }
@@ -307,8 +225,8 @@ void SchemaWriter::Limits(const YamlField &field) noexcept
         char place[8];
         ScalarStore(type, value, place);
         (void)ZRYAML_ScalarWrite(&type, place, sizeof(text), text);
-        Name(least ? "minimum" : "maximum");
-        out_.Put(std::string_view(text));
+        json_.Name(least ? "minimum" : "maximum");
+        json_.Raw(text);
     }
 }
 
@@ -323,13 +241,13 @@ void SchemaWriter::Initial(const YamlField &field, const void *model) noexcept
     if (number && (ScalarParse(type, text, value) != Fit::Yes ||
                    (type.uiKind == YAML_KIND_DOUBLE && !std::isfinite(value.number))))
         return;
-    Name("default");
+    json_.Name("default");
     if (!number)
-        return String(text);
+        return json_.String(text);
     char place[8];
     ScalarStore(type, value, place);
     (void)ZRYAML_ScalarWrite(&type, place, sizeof(text), text);
-    out_.Put(std::string_view(text));
+    json_.Raw(text);
 }
 
 void SchemaWriter::Elements(const YamlField &field, bool nullable, const OpenRecord *open) noexcept
@@ -337,20 +255,20 @@ void SchemaWriter::Elements(const YamlField &field, bool nullable, const OpenRec
     const bool map = field.uiKind == YAML_KIND_MAP;
     Type(map ? "object" : "array", nullable);
     const char *name = map ? "additionalProperties" : "items";
-    Name(name);
-    const uint32_t outer = PathEnter(name);
-    Open('{');
+    json_.Name(name);
+    const uint32_t outer = path_.Enter(name);
+    json_.Open('{');
     const YamlField element = ElementOf(field);
     Field(element, nullptr, !IsScalarField(element), open);
-    Close('}');
-    PathLeave(outer);
+    json_.Close('}');
+    path_.Leave(outer);
     if (field.uiMinCount != 0) {
-        Name(map ? "minProperties" : "minItems");
-        out_.Format("%u", field.uiMinCount);
+        json_.Name(map ? "minProperties" : "minItems");
+        json_.Number(field.uiMinCount);
     }
     if (field.uiMaxCount != 0) {
-        Name(map ? "maxProperties" : "maxItems");
-        out_.Format("%u", field.uiMaxCount);
+        json_.Name(map ? "maxProperties" : "maxItems");
+        json_.Number(field.uiMaxCount);
     }
 }
 
@@ -361,35 +279,35 @@ void SchemaWriter::Parts(const YamlField &field, bool nullable, const OpenRecord
     const char *name = tuple ? "items" : "anyOf";
     if (tuple)
         Type("array", nullable);
-    Name(name);
-    const uint32_t outer = PathEnter(name);
-    Open('[');
+    json_.Name(name);
+    const uint32_t outer = path_.Enter(name);
+    json_.Open('[');
     for (uint32_t index = 0; index < field.uiAlternatives; ++index) {
         const YamlField part = PartOf(field, index);
         char number[16];
         (void)snprintf(number, sizeof(number), "%u", index);
-        Next();
-        const uint32_t list = PathEnter(number);
-        Open('{');
+        json_.Next();
+        const uint32_t list = path_.Enter(number);
+        json_.Open('{');
         const YamlRecord *record = part.uiKind == YAML_KIND_RECORD ? RecordOf(part) : nullptr;
         if (!tuple && field.bAnyFits == 0 && record != nullptr && OpenFind(open, record) == nullptr)
             Record(*record, false, open, tagKey, field.pstAlternatives[index].pcText);
         else
             Field(part, nullptr, tuple && !IsScalarField(part), open);
-        Close('}');
-        PathLeave(list);
+        json_.Close('}');
+        path_.Leave(list);
     }
     if (nullable && !tuple) {
-        Next();
-        out_.Put(std::string_view("{\"type\": \"null\"}"));
+        json_.Next();
+        json_.Raw("{\"type\": \"null\"}");
     }
-    Close(']');
-    PathLeave(outer);
+    json_.Close(']');
+    path_.Leave(outer);
     if (tuple) {
-        Name("minItems");
-        out_.Format("%u", field.uiAlternatives);
-        Name("maxItems");
-        out_.Format("%u", field.uiAlternatives);
+        json_.Name("minItems");
+        json_.Number(field.uiAlternatives);
+        json_.Name("maxItems");
+        json_.Number(field.uiAlternatives);
     }
 }
 
