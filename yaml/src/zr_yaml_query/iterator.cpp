@@ -20,10 +20,10 @@ const YamlListNode *QualifyingKey(const YamlListNode &stEntry, bool bElement) no
 }
 
 // Yields the first qualifying entry from a place on; the walk ends at the list's head.
-uint32_t PairYield(NodeRange::Iterator stEntry, bool bElement, YamlIterator &stIter, YamlKeyValue &stPair) noexcept
+uint32_t PairYield(NodeRange::Iterator stEntry, YamlIterator &stIter, NodeLink eLink, YamlKeyValue &stPair) noexcept
 {
     for (; !(stEntry == NodeRange::End{}); ++stEntry) {
-        const YamlListNode *pstKey = QualifyingKey(*stEntry, bElement);
+        const YamlListNode *pstKey = QualifyingKey(*stEntry, eLink == NodeLink::Seq);
         if (pstKey != nullptr) {
             ReadMark(*pstKey);
             stIter.pstCurrNode = &*stEntry;
@@ -34,9 +34,49 @@ uint32_t PairYield(NodeRange::Iterator stEntry, bool bElement, YamlIterator &stI
     return YAML_ERR_ITER_END;
 }
 
-NodeRange::Iterator EntryAfter(const YamlIterator &stIter, const YamlListNode &stEntry, NodeLink eLink) noexcept
+uint32_t PairFirst(YamlIterator &stIter, NodeLink eLink, YamlKeyValue &stPair) noexcept
 {
-    return {LinkOf(stEntry, eLink).next, &stIter.pstFatherNode->stChildList, eLink};
+    return PairYield(NodeRange(stIter.pstCurrNode->stChildList, eLink).begin(), stIter, eLink, stPair);
+}
+
+uint32_t PairAfter(const YamlListNode &stEntry, YamlIterator &stIter, NodeLink eLink, YamlKeyValue &stPair) noexcept
+{
+    return PairYield({LinkOf(stEntry, eLink).next, &stIter.pstFatherNode->stChildList, eLink}, stIter, eLink, stPair);
+}
+
+// The first pair of a walk of any type but a map's is looked for as in a sequence,
+uint32_t PairFirst(YamlIterator &stIter, YamlKeyValue &stPair) noexcept
+{
+    return PairFirst(stIter, stIter.uiIterType == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, stPair);
+}
+
+// and there is none after it.
+uint32_t PairAfter(uint32_t uiType, const YamlListNode &stEntry, YamlIterator &stIter, YamlKeyValue &stPair) noexcept
+{
+    if (uiType != YAML_DATATYPE_SEQ && uiType != YAML_DATATYPE_MAP)
+        return YAML_ERR_PARAM;
+    return PairAfter(stEntry, stIter, uiType == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, stPair);
+}
+
+// The map or sequence below a key, or NULL (logged).
+YamlListNode *ContainerBelow(const YamlListNode &stNode) noexcept
+{
+    const uint32_t uiType = stNode.uiNextLevelType;
+    if (uiType != YAML_DATATYPE_SEQ && uiType != YAML_DATATYPE_MAP) {
+        YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM,
+                 "The node style below the destination is not map or sequence. (DataType=%u)", uiType);
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_FOUND, "Can not get the specified iterator.");
+        return nullptr;
+    }
+    // By the type below alone: the maps of a sequence hang by the other link, and are no container of its own.
+    const NodeLink eLink = uiType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
+    YamlListNode *pstContainer = NodeOf(stNode.stChildList.next, eLink);
+    const bool bHangsSo = ChildLinkOf(stNode) == eLink && HasChildren(stNode);
+    if (!bHangsSo || !IsNode(*pstContainer)) {
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_FOUND, "Can not get the specified iterator.");
+        return nullptr;
+    }
+    return pstContainer;
 }
 
 YamlIterator *IteratorAlloc(uint32_t uiType, YamlListNode *pstContainer) noexcept
@@ -67,7 +107,7 @@ YamlIterator *yaml_IteratorCreate(YamlHandle *pstHandle, const char *pcKeyFormat
     YamlListNode *pstNode = stQuery.NodeFind().pstNode;
     if (pstNode == nullptr)
         return nullptr;
-    YamlListNode *pstContainer = yaml_IteratorGetByNode(pstNode);
+    YamlListNode *pstContainer = ContainerBelow(*pstNode);
     if (pstContainer != nullptr)
         return IteratorAlloc(pstNode->uiNextLevelType, pstContainer);
     stQuery.NodeExplain(*pstNode, "a map, or the sequence of a key");
@@ -76,22 +116,7 @@ YamlIterator *yaml_IteratorCreate(YamlHandle *pstHandle, const char *pcKeyFormat
 
 YamlListNode *yaml_IteratorGetByNode(YamlListNode *pstNode)
 {
-    const uint32_t uiType = pstNode->uiNextLevelType;
-    if (uiType != YAML_DATATYPE_SEQ && uiType != YAML_DATATYPE_MAP) {
-        YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM,
-                 "The node style below the destination is not map or sequence. (DataType=%u)", uiType);
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_FOUND, "Can not get the specified iterator.");
-        return nullptr;
-    }
-    // By the type below alone: the maps of a sequence hang by the other link, and are no container of its own.
-    const NodeLink eLink = uiType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
-    YamlListNode *pstContainer = NodeOf(pstNode->stChildList.next, eLink);
-    const bool bHangsSo = ChildLinkOf(*pstNode) == eLink && HasChildren(*pstNode);
-    if (!bHangsSo || !IsNode(*pstContainer)) {
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_FOUND, "Can not get the specified iterator.");
-        return nullptr;
-    }
-    return pstContainer;
+    return ContainerBelow(*pstNode);
 }
 
 uint32_t yaml_NextKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
@@ -102,47 +127,38 @@ uint32_t yaml_NextKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
     if (pstIter->uiMagic != YAML_NODE_MAGIC)
         return YAML_FAIL(YAML_ERR_PARAM, "The input iterator is invalid.");
     if (pstIter->pstCurrNode == pstIter->pstFatherNode)
-        return yaml_FirstKeyValueGet(pstIter, pstKeyValue);
-    return yaml_KeyValueGet(pstIter->uiIterType, pstIter->pstCurrNode, pstIter, pstKeyValue);
+        return PairFirst(*pstIter, *pstKeyValue);
+    return PairAfter(pstIter->uiIterType, *pstIter->pstCurrNode, *pstIter, *pstKeyValue);
 }
 
 uint32_t yaml_FirstKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
 {
-    return pstIter->uiIterType == YAML_DATATYPE_MAP ? yaml_FirstMapNodeGet(pstIter, pstKeyValue)
-                                                    : yaml_FirstSeqNodeGet(pstIter, pstKeyValue);
+    return PairFirst(*pstIter, *pstKeyValue);
 }
 
 uint32_t yaml_FirstMapNodeGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
 {
-    return PairYield(NodeRange(pstIter->pstCurrNode->stChildList, NodeLink::Child).begin(), false, *pstIter,
-                     *pstKeyValue);
+    return PairFirst(*pstIter, NodeLink::Child, *pstKeyValue);
 }
 
 uint32_t yaml_FirstSeqNodeGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
 {
-    return PairYield(NodeRange(pstIter->pstCurrNode->stChildList, NodeLink::Seq).begin(), true, *pstIter, *pstKeyValue);
+    return PairFirst(*pstIter, NodeLink::Seq, *pstKeyValue);
 }
 
 uint32_t yaml_KeyValueGet(uint32_t uiType, YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
 {
-    switch (uiType) {
-    case YAML_DATATYPE_SEQ:
-        return yaml_NextKeyValueGetInSeq(pstNode, pstIter, pstKeyValue);
-    case YAML_DATATYPE_MAP:
-        return yaml_NextKeyValueGetInMap(pstNode, pstIter, pstKeyValue);
-    default:
-        return YAML_ERR_PARAM;
-    }
+    return PairAfter(uiType, *pstNode, *pstIter, *pstKeyValue);
 }
 
 uint32_t yaml_NextKeyValueGetInMap(YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
 {
-    return PairYield(EntryAfter(*pstIter, *pstNode, NodeLink::Child), false, *pstIter, *pstKeyValue);
+    return PairAfter(*pstNode, *pstIter, NodeLink::Child, *pstKeyValue);
 }
 
 uint32_t yaml_NextKeyValueGetInSeq(YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
 {
-    return PairYield(EntryAfter(*pstIter, *pstNode, NodeLink::Seq), true, *pstIter, *pstKeyValue);
+    return PairAfter(*pstNode, *pstIter, NodeLink::Seq, *pstKeyValue);
 }
 
 void yaml_IteratorDestroy(YamlIterator *pstIter)
