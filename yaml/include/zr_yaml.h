@@ -43,9 +43,7 @@
 extern "C" {
 #endif
 
-/* ---------------------------------------------------------------------------------------------------------------- */
-/* Version and constants                                                                                            */
-/* ---------------------------------------------------------------------------------------------------------------- */
+/* ---- Version and constants -------------------------------------------------------------------------------------- */
 
 /** Version of this header; ZRYAML_VersionGet gives that of the loaded library. */
 #define ZRYAML_VERSION_MAJOR 1 /**< a new one breaks programs */
@@ -111,9 +109,7 @@ extern "C" {
 #define YAML_ERR_EXPAND 0x1900001AU      /**< a reference in a text that cannot be replaced */
 #define YAML_ERR_SCHEMA 0x1900001BU      /**< a schema that is none, or a value that breaks one */
 
-/* ---------------------------------------------------------------------------------------------------------------- */
-/* Records                                                                                                          */
-/* ---------------------------------------------------------------------------------------------------------------- */
+/* ---- Records ---------------------------------------------------------------------------------------------------- */
 
 /** A loaded document. Opaque: only ever handed back to the library. */
 typedef struct YamlHandle YamlHandle;
@@ -184,12 +180,9 @@ typedef struct YamlUnreadKey {
 } YamlUnreadKey;
 
 /* clang-format off */
-/** Initialiser of a YamlLimits; ZRYAML_LimitsGet then fills it. */
-#define YAML_LIMITS_INIT {sizeof(YamlLimits), 0, 0, 0, 0}
-/** Initialiser of a YamlChild: the first child comes next. */
-#define YAML_CHILD_INIT {sizeof(YamlChild), 0, 0, NULL, NULL, NULL}
-/** Initialiser of a YamlUnreadKey: the first key comes next. */
-#define YAML_UNREAD_KEY_INIT {sizeof(YamlUnreadKey), 0, 0, 0, NULL, NULL, NULL, {0}}
+#define YAML_LIMITS_INIT {sizeof(YamlLimits), 0, 0, 0, 0}          /**< for ZRYAML_LimitsGet to fill */
+#define YAML_CHILD_INIT {sizeof(YamlChild), 0, 0, NULL, NULL, NULL} /**< the first child comes next */
+#define YAML_UNREAD_KEY_INIT {sizeof(YamlUnreadKey), 0, 0, 0, NULL, NULL, NULL, {0}} /**< the first key comes next */
 /* clang-format on */
 
 /** Statistics of one document. */
@@ -200,9 +193,7 @@ typedef struct YamlDebugInfo {
     uint32_t uiQueryTimeAvg; /**< ms per query, rounded down; every query counts its ms plus one */
 } YamlDebugInfo;
 
-/* ---------------------------------------------------------------------------------------------------------------- */
-/* Load and release                                                                                                 */
-/* ---------------------------------------------------------------------------------------------------------------- */
+/* ---- Load and release ------------------------------------------------------------------------------------------- */
 
 /**
  * Loads a YAML 1.1 file of one document.
@@ -231,12 +222,9 @@ ZRYAML_API YamlHandle *ZRYAML_TextLoad(const char *pcText, size_t ulLength, cons
 /**
  * Sets the limits of all loads that begin from now on, process-wide.
  *
- * A load that exceeds a limit fails: depth "The collections are nested too deep. (Depth=%u)" (YAML_ERR_EVENT),
- * directives "There are too many directives. (Limit=%u)" (YAML_ERR_EVENT; one of more than 1024 bytes is refused
- * always, and so are more than 16384 bytes of blanks and line breaks in a row with something behind them, "There are
- * too many blanks in a row. (Limit=%zu)"), bytes of a file "The file is too large. (Limit=%zu)" (YAML_ERR_NOMEM), bytes
- * of copies "The alias expansion is too large. (Alias=%s)" (YAML_ERR_NOMEM); the hint of the error record names the
- * limit.
+ * A load that exceeds one fails: with YAML_ERR_EVENT for depth and directives, with YAML_ERR_NOMEM for the bytes of a
+ * file and of copies; the hint of the error record names the limit. Always refused (YAML_ERR_EVENT) are a directive of
+ * more than 1024 bytes, and more than 16384 bytes of blanks and line breaks in a row with something behind them.
  *
  * @param pstLimits  All limits; start from ZRYAML_LimitsGet.
  * @return YAML_OK; YAML_ERR_PARAM if pstLimits is NULL or uiDepth is not 1 to 512 (logged, nothing changes).
@@ -250,10 +238,10 @@ ZRYAML_API void ZRYAML_LimitsGet(YamlLimits *pstLimits);
 /**
  * Tells why the last load or read of the calling thread failed.
  *
- * Set by every failing call that loads, takes a key path, steps an iterator or diagnoses, cleared by the next one that
- * succeeds; the calls of "Walking" that fail in silence leave it alone. Of a call that logs more than one
- * record the first, the cause, is kept: a path that finds nothing is YAML_ERR_NOT_FOUND, and YAML_ERR_EMPTY,
- * YAML_ERR_INDEX or YAML_ERR_NODE_TYPE where it leads into a scalar, an empty branch, or a sequence without an index.
+ * Every failing call that loads, takes a key path, steps an iterator or diagnoses sets it, and the next one that
+ * succeeds clears it; the calls of "Walking" that fail in silence leave it alone. Of several log records of a call it
+ * keeps the first, the cause: a path that finds nothing is YAML_ERR_NOT_FOUND, and YAML_ERR_EMPTY, YAML_ERR_INDEX or
+ * YAML_ERR_NODE_TYPE where it leads into a scalar, an empty branch, or a sequence without an index.
  *
  * @return Never NULL; belongs to the thread, is overwritten by its next call. The first failure of a thread takes 5 KiB
  *         of memory for the texts, which the end of the thread gives back; where there is none left, code and place
@@ -265,16 +253,10 @@ ZRYAML_API const YamlErrorInfo *ZRYAML_LastErrorGet(void);
 /** @return The path or name that a document was loaded with; lives as long as the document. "" for NULL. */
 ZRYAML_API const char *ZRYAML_NameGet(const YamlHandle *pstHandle);
 
-/**
- * Releases a document with all its nodes and texts.
- *
- * @param pstHandle  Document, or NULL for nothing. Iterators on it are not released and can then only be destroyed.
- */
+/** Releases a document with all its nodes and texts; NULL is left alone. Iterators on it can then only be destroyed. */
 ZRYAML_API void ZRYAML_HandleFree(YamlHandle *pstHandle);
 
-/* ---------------------------------------------------------------------------------------------------------------- */
-/* Reading by key path                                                                                              */
-/* ---------------------------------------------------------------------------------------------------------------- */
+/* ---- Reading by key path ---------------------------------------------------------------------------------------- */
 /*
  * A key path is a printf-style format with its arguments: "servers[%u].port". Once formatted it has 1 to 1023 bytes:
  *
@@ -283,35 +265,29 @@ ZRYAML_API void ZRYAML_HandleFree(YamlHandle *pstHandle);
  *   a[2][0].b  and further down                    [0].b     where the document is a sequence
  *
  * A '%' that belongs to a key is written "%%". Indices count from 0.
+ *
+ * pstHandle is the document, pcKeyFormat the key path with its arguments; neither may be NULL (YAML_ERR_PARAM). A path
+ * that is malformed fails with YAML_ERR_KEY, YAML_ERR_INDEX or YAML_ERR_BUF, one that finds nothing with
+ * YAML_ERR_NOT_FOUND and what led to it; both are logged.
  */
 
 /**
- * Reads one scalar text by key path.
+ * Reads one scalar text.
  *
- * @param pstHandle    Document.
- * @param pcKeyFormat  Key path, printf-style, with its arguments.
  * @return The text as the file has it, "" for an empty value, the same pointer each time; it belongs to the document.
- *         NULL if an argument is NULL (not logged), if the path is malformed (YAML_ERR_KEY, YAML_ERR_BUF,
- * YAML_ERR_INDEX) or finds nothing (YAML_ERR_NOT_FOUND and what led to it), or if it ends at a map or sequence
- * (YAML_ERR_NOT_SCALAR).
- * @note   Any number of threads may read one document.
+ *         NULL if an argument is NULL (not logged), if the path is bad or finds nothing, or if it ends at a map or
+ *         sequence (YAML_ERR_NOT_SCALAR, logged).
  */
 ZRYAML_API char *ZRYAML_PropertyGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...) ZRYAML_PRINTF(2, 3);
 
 /**
- * Reads the text of a scalar as an integer, by the rules of zr_yaml_scalar.h, as the five calls that follow do for
- * other types.
+ * Reads the text of a scalar as an integer, by the rules of zr_yaml_scalar.h. The variable keeps what it held unless
+ * the result is YAML_OK, so that it can begin with a default.
  *
- * @param pstHandle    Document.
- * @param plValue      Receives the value; keeps what it held unless the result is YAML_OK, so that it can begin with a
- *                     default.
- * @param pcKeyFormat  Key path, printf-style, with its arguments.
  * @return YAML_OK; YAML_ERR_NOT_FOUND if nothing is there, also below an empty value (not logged); YAML_ERR_VALUE for a
  *         scalar that is no such value or does not fit; YAML_ERR_NOT_SCALAR for a map or sequence; YAML_ERR_NODE_TYPE
- *         if the path leads below another scalar, or into the wrong kind of collection; YAML_ERR_KEY, YAML_ERR_INDEX or
- *         YAML_ERR_BUF for a bad path; YAML_ERR_PARAM for a NULL argument. The error record has sentence, hint, path
- * and place.
- * @note   Any number of threads may read one document.
+ *         if the path leads below another scalar, or into the wrong kind of collection; the codes of a bad path or
+ *         argument. The error record has sentence, hint, path and place.
  */
 ZRYAML_API uint32_t ZRYAML_IntGet(YamlHandle *pstHandle, int64_t *plValue, const char *pcKeyFormat, ...)
     ZRYAML_PRINTF(3, 4);
@@ -332,52 +308,30 @@ ZRYAML_API uint32_t ZRYAML_BytesGet(YamlHandle *pstHandle, uint64_t *pulBytes, c
     ZRYAML_PRINTF(3, 4);
 
 /**
- * Reads the number of elements of a sequence by key path.
+ * Reads the number of elements of a sequence, which is the value of a key or itself an element ("rows[0]").
  *
- * @param pstHandle    Document.
- * @param pcKeyFormat  Key path, printf-style, with its arguments; it names a key whose value is a sequence, or an
- *                     element ("rows[0]") that is one.
- * @return The number of elements; 0 for an empty sequence (not logged) and on any failure (logged): an argument that
- *         is NULL (YAML_ERR_PARAM), a path that is malformed or finds nothing, or a value that is no sequence
- * (YAML_ERR_NODE_TYPE).
+ * @return The number; 0 for an empty sequence (not logged) and on any failure (logged), a value that is no sequence
+ *         being YAML_ERR_NODE_TYPE.
  */
 ZRYAML_API uint32_t ZRYAML_ArraySizeGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...) ZRYAML_PRINTF(2, 3);
 
 /**
- * Tells where a value stands in the file.
+ * Tells where a value stands in the file: line and column, both from 1, the column in characters; both variables are
+ * left alone on failure. For a copy it is the place of the alias, or of the alias behind "<<", that brought it.
  *
- * @param pstHandle    Document.
- * @param puiLine      Receives the line, from 1; left alone on failure.
- * @param puiColumn    Receives the column in characters, from 1; left alone on failure.
- * @param pcKeyFormat  Key path, printf-style, with its arguments, to a key (the place of its value) or an element.
- * @return YAML_OK; YAML_ERR_PARAM if an argument is NULL; else the code of the failed lookup (both logged). For a copy
- * it is the place of the alias, or of the alias behind "<<", that brought it.
+ * @return YAML_OK; YAML_ERR_PARAM if an argument is NULL; else the code of the failed lookup (both logged).
  */
 ZRYAML_API uint32_t ZRYAML_PositionGet(YamlHandle *pstHandle, uint32_t *puiLine, uint32_t *puiColumn,
                                        const char *pcKeyFormat, ...) ZRYAML_PRINTF(4, 5);
 
-/**
- * Finds the value at a key path, whatever its kind.
- *
- * @param pstHandle    Document.
- * @param pcKeyFormat  Key path, printf-style, with its arguments.
- * @return The value, which belongs to the document; NULL if an argument is NULL (YAML_ERR_PARAM) or nothing is found
- * (logged).
- */
+/** Finds a value, whatever its kind. @return The value, which belongs to the document; NULL on failure (logged). */
 ZRYAML_API const YamlListNode *ZRYAML_ValueFind(YamlHandle *pstHandle, const char *pcKeyFormat, ...)
     ZRYAML_PRINTF(2, 3);
 
-/**
- * Tells the kind of the value at a key path.
- *
- * @return YAML_DATATYPE_SCALAR, _MAP or _SEQ; YAML_DATATYPE_NONE if an argument is NULL (YAML_ERR_PARAM) or nothing is
- * found (logged).
- */
+/** @return The kind of a value, YAML_DATATYPE_SCALAR, _MAP or _SEQ; YAML_DATATYPE_NONE on failure (logged). */
 ZRYAML_API uint32_t ZRYAML_TypeGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...) ZRYAML_PRINTF(2, 3);
 
-/* ---------------------------------------------------------------------------------------------------------------- */
-/* Walking                                                                                                          */
-/* ---------------------------------------------------------------------------------------------------------------- */
+/* ---- Walking ---------------------------------------------------------------------------------------------------- */
 /*
  * A value is a node of the tree: a scalar, a map or a sequence. Reads that take a value log nothing and show maps as
  * they read: merged keys with their present values, never a marked key. A NULL value is allowed everywhere and has no
@@ -396,25 +350,23 @@ ZRYAML_API uint32_t ZRYAML_ValueTypeGet(const YamlListNode *pstValue);
 /** @return The text of a scalar; NULL for anything else. While the debug switch is on, its key counts as read. */
 ZRYAML_API const char *ZRYAML_ValueTextGet(const YamlListNode *pstValue);
 
-/** @return How a scalar was written, YAML_STYLE_*, the same for its copies; YAML_STYLE_NONE for anything else and NULL.
- */
+/** @return How a scalar was written, YAML_STYLE_*; YAML_STYLE_NONE for anything else and NULL. A copy keeps it. */
 ZRYAML_API uint32_t ZRYAML_ValueStyleGet(const YamlListNode *pstValue);
 
-/** @return The core tag written before a scalar, YAML_TAG_*, the same for its copies; YAML_TAG_NONE if there is none,
- * or another one, and for NULL. The text is as it stands whatever the tag says. */
+/** @return The core tag before a scalar, YAML_TAG_*, which changes nothing about its text; YAML_TAG_NONE if there is
+ * none or another one, and for NULL. A copy keeps it. */
 ZRYAML_API uint32_t ZRYAML_ValueTagGet(const YamlListNode *pstValue);
 
 /** Gives the place of a value, 1-based, or 0 and 0 for NULL; see ZRYAML_PositionGet. Neither output may be NULL. */
 ZRYAML_API void ZRYAML_ValuePositionGet(const YamlListNode *pstValue, uint32_t *puiLine, uint32_t *puiColumn);
 
 /**
- * Writes the key path of a value, with escapes, as it would be written to find it (a '%' is not doubled). Paths cannot
- * express everything: nothing below a key that ends with a backslash, and no element of a sequence under an empty key;
- * the text is then for reading only.
+ * Writes the key path that finds a value, with escapes (a '%' is not doubled). No path leads below a key that ends with
+ * a backslash, or to an element of a sequence under an empty key: the text is then for reading only.
  *
  * @param pstValue   Value; NULL has the path "".
- * @param pcBuf      Receives the path, "" for the root, terminated if uiBufSize is not 0.
  * @param uiBufSize  Bytes of the buffer.
+ * @param pcBuf      Receives the path, "" for the root, terminated if uiBufSize is not 0.
  * @return The length of the whole path; it did not fit, and was cut, if that is uiBufSize or more.
  */
 ZRYAML_API uint32_t ZRYAML_ValuePathGet(const YamlListNode *pstValue, uint32_t uiBufSize, char *pcBuf);
@@ -427,8 +379,8 @@ ZRYAML_API uint32_t ZRYAML_ChildCountGet(const YamlListNode *pstValue);
  *
  * @param pstValue  Map or sequence; anything else has no children.
  * @param pstChild  YAML_CHILD_INIT for the first child; then as the last call left it.
- * @return YAML_OK with a child; YAML_ERR_ITER_END at the end, or if pstValue has no children, with the record left
- * alone; YAML_ERR_PARAM for a NULL record or one that is too small.
+ * @return YAML_OK with a child; YAML_ERR_ITER_END after the last one (the record is left alone); YAML_ERR_PARAM for a
+ *         NULL record or one that is too small.
  */
 ZRYAML_API uint32_t ZRYAML_ChildNextGet(const YamlListNode *pstValue, YamlChild *pstChild);
 
@@ -438,13 +390,7 @@ ZRYAML_API uint32_t ZRYAML_ChildGet(const YamlListNode *pstValue, uint32_t uiInd
 /** @return The value of a map's key of ulKeyLen bytes, compared byte for byte; NULL if there is none. */
 ZRYAML_API const YamlListNode *ZRYAML_ChildFind(const YamlListNode *pstValue, const char *pcKey, size_t ulKeyLen);
 
-/**
- * Finds a value by a key path that is no format: "%" is a character like any other.
- *
- * @param pstHandle  Document.
- * @param pcKeyPath  Key path of 1 to 1023 bytes.
- * @return As ZRYAML_ValueFind.
- */
+/** As ZRYAML_ValueFind, by a key path of 1 to 1023 bytes that is no format: "%" is a character like any other. */
 ZRYAML_API const YamlListNode *ZRYAML_PathFind(YamlHandle *pstHandle, const char *pcKeyPath);
 
 /**
@@ -457,42 +403,36 @@ ZRYAML_API const YamlListNode *ZRYAML_PathFind(YamlHandle *pstHandle, const char
  * @param pstHandle  Document, loaded with the switch on or off.
  * @param pstKey     YAML_UNREAD_KEY_INIT for the first key; then as the last call left it.
  * @return YAML_OK with a key; YAML_ERR_ITER_END at the end; YAML_ERR_PARAM for a NULL argument, YAML_ERR_SWITCH_OFF
- * while the switch is off (logged).
+ *         while the switch is off (both logged).
  */
 ZRYAML_API uint32_t ZRYAML_UnreadKeyNext(YamlHandle *pstHandle, YamlUnreadKey *pstKey);
 
 /**
- * Starts a walk over the pairs below a key.
+ * Starts a walk over the pairs below a key, whose value is a map or a sequence.
  *
  * A map yields each key whose value is a scalar, with that value; a sequence yields, for each element that is a map,
- * its first key if that one's value is a scalar. Everything else is passed over.
+ * its first key if that one's value is a scalar. Everything else is passed over. On an element that is a sequence of
+ * sequences it walks the first of them.
  *
- * @param pstHandle    Document.
- * @param pcKeyFormat  Key path, printf-style, with its arguments, to a key whose value is a map or a sequence.
  * @return The iterator, released with yaml_IteratorDestroy before or after the document; NULL on failure (logged):
- *         an argument is NULL (YAML_ERR_PARAM), nothing found, neither map nor sequence (YAML_ERR_NOT_FOUND, and
- * YAML_ERR_PARAM in the error record), out of memory (YAML_ERR_NOMEM). On an element that is a sequence of sequences it
- * walks the first of them.
+ *         what a read by key path can meet, YAML_ERR_NOT_FOUND for neither map nor sequence (YAML_ERR_PARAM in the
+ *         error record), or YAML_ERR_NOMEM.
  * @note   One thread at a time may use an iterator.
  */
 ZRYAML_API YamlIterator *yaml_IteratorCreate(YamlHandle *pstHandle, const char *pcKeyFormat, ...) ZRYAML_PRINTF(2, 3);
 
 /**
- * Takes the next pair of a walk.
+ * Takes the next pair of a walk, whose document has not been freed, into a record filled on success only.
  *
- * @param pstIter      Iterator whose document has not been freed.
- * @param pstKeyValue  Filled on success only.
  * @return YAML_OK with a pair; YAML_ERR_ITER_END at the end, also on every further call; YAML_ERR_PARAM for a NULL or
- * foreign argument (logged).
+ *         foreign argument (logged).
  */
 ZRYAML_API uint32_t yaml_NextKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue);
 
 /** Releases an iterator; NULL and a record that is none are left alone. */
 ZRYAML_API void yaml_IteratorDestroy(YamlIterator *pstIter);
 
-/* ---------------------------------------------------------------------------------------------------------------- */
-/* Diagnosis                                                                                                        */
-/* ---------------------------------------------------------------------------------------------------------------- */
+/* ---- Diagnosis -------------------------------------------------------------------------------------------------- */
 
 /**
  * Sets the process-wide debug switch.
@@ -503,42 +443,34 @@ ZRYAML_API void yaml_IteratorDestroy(YamlIterator *pstIter);
 ZRYAML_API void ZRYAML_DebugSwitchSet(uint32_t bSwitch);
 
 /**
- * Reads the statistics of a document.
+ * Reads the statistics of a document into a record, which is filled on success only.
  *
- * @param pstHandle     Document.
- * @param pstDebugInfo  Filled on success only.
- * @return YAML_OK; YAML_ERR_PARAM if an argument is NULL, YAML_ERR_SWITCH_OFF while the debug switch is off (both
- * logged).
+ * @return YAML_OK; YAML_ERR_PARAM if an argument is NULL, YAML_ERR_SWITCH_OFF while the switch is off (both logged).
  */
 ZRYAML_API uint32_t ZRYAML_DebugInfoGet(YamlHandle *pstHandle, YamlDebugInfo *pstDebugInfo);
 
 /**
- * Writes a picture of the whole document as text: maps in braces, sequences in brackets, texts as they are.
+ * Renders the whole document for people (not YAML): maps in braces, sequences in brackets, texts as they are.
  *
  * @param pstHandle  Document.
  * @param uiBufSize  Bytes of the buffer; the text needs its length plus 3.
  * @param pcBuf      Receives the text and a NUL; on failure the text up to the piece that did not fit, terminated.
- * @return YAML_OK; YAML_ERR_PARAM for a NULL argument or size 0; YAML_ERR_BUF if the text does not fit or the document
- * holds an empty map or sequence, which has no picture (all logged).
+ * @return YAML_OK; YAML_ERR_PARAM for a NULL argument or size 0; YAML_ERR_BUF if the text does not fit, or if the
+ *         document holds an empty map or sequence, which cannot be written (all logged).
  */
 ZRYAML_API uint32_t ZRYAML_ContextDump(YamlHandle *pstHandle, uint32_t uiBufSize, char *pcBuf);
-
-/** The library's memory pool: NULL until the first load, then never changed. */
-extern ZRYAML_API void *g_pstYamlMemHandle;
-/** The debug switch; written by ZRYAML_DebugSwitchSet only. */
-extern ZRYAML_API uint32_t g_bYamlDebugSwitch;
-/** @return ZRYAML_VERSION of the loaded library. */
-ZRYAML_API uint32_t ZRYAML_VersionGet(void);
 
 /** @return The name of a code, such as "YAML_ERR_NOT_FOUND"; "" for a number that is none. */
 ZRYAML_API const char *ZRYAML_CodeNameGet(uint32_t uiCode);
 
-/** Version of the YAML module. */
-extern ZRYAML_API const char *const g_pcYAMLMiniVer;
-/** Internal version of the YAML module. */
-extern ZRYAML_API const char *const g_pcYAMLInterSubVer;
-/** Release of the product that ships the library, set when it is built. */
-extern ZRYAML_API const char *const g_pcYAMLOuterVer;
+/** @return ZRYAML_VERSION of the loaded library. */
+ZRYAML_API uint32_t ZRYAML_VersionGet(void);
+
+extern ZRYAML_API const char *const g_pcYAMLMiniVer;     /**< version of the YAML module */
+extern ZRYAML_API const char *const g_pcYAMLInterSubVer; /**< internal version of the YAML module */
+extern ZRYAML_API const char *const g_pcYAMLOuterVer;    /**< release of the product that ships it, set when built */
+extern ZRYAML_API void *g_pstYamlMemHandle;              /**< the memory pool: NULL until the first load, then fixed */
+extern ZRYAML_API uint32_t g_bYamlDebugSwitch;           /**< the debug switch; ZRYAML_DebugSwitchSet alone writes it */
 
 #ifdef __cplusplus
 }

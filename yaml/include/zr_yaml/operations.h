@@ -306,8 +306,7 @@ ZRYAML_API int32_t yaml_KeyParseForSeq(char *pcKeyPath, uint32_t uiNameSize, cha
 /** Cuts out a name that ends at an unescaped cEnd, '.' or '}', or with the path. @return The length of the name. */
 ZRYAML_API int32_t yaml_KeyStringGet(char *pcKeyPath, char cEnd, uint32_t uiNameSize, char *pcKeyName,
                                      uint32_t *puiParsedLen, uint32_t *puiIndex);
-/** Splits a component's text into its name, of which the escapes are taken away, and its index. @return The length of
- *  the name. */
+/** Splits a component's text into its name, without the escapes, and its index. @return The name's length. */
 ZRYAML_API int32_t yaml_MetaChrProcess(char *pcKeyText, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen,
                                        uint32_t *puiIndex);
 /** Reads the index at the end of a component's text and cuts it off. */
