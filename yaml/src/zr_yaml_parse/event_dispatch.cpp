@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Hands each parse event to its handler; while the debug switch is 1, traces it.
+// Passes each parse event to its handler; while the debug switch is 1, traces it.
 #include "node.h"
 #include "parse_internal.h"
 #include "tree_builder.h"

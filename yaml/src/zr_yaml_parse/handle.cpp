@@ -14,7 +14,7 @@ using namespace zryaml::parse;
 
 namespace {
 
-// The whole document goes, so no node is taken out of any list first, and a released one is never looked at again.
+// All nodes go, so none is taken out of a list first, and none is looked at after its release.
 void NodesRelease(YamlHandle &handle) noexcept
 {
     YamlList &head = handle.stRoot.stAllocLink;

@@ -91,7 +91,7 @@ uint32_t InputGuard::Scan(const unsigned char *part, size_t length) noexcept
     return result;
 }
 
-// Where a character begins before a place in a part, such that at least one whole character comes before that place.
+// Where a character begins so far before a place in a part that at least one whole character fits between.
 size_t InputGuard::StartBefore(const unsigned char *part, size_t at) const noexcept
 {
     if (m_decoder.IsWide()) {
@@ -127,7 +127,7 @@ uint32_t InputGuard::BlanksTake(char32_t character, uint64_t begin, uint64_t end
     return YAML_OK;
 }
 
-// A directive has only ASCII; a text line that begins with "%TAG" counts too.
+// A directive is all ASCII; a text line that begins with "%TAG" counts too.
 uint32_t InputGuard::DirectiveTake(char32_t character, uint64_t begin) noexcept
 {
     constexpr char32_t ByteOrderMark = 0xFEFF; // libyaml takes one at the beginning of any line

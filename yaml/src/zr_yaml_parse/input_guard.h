@@ -14,7 +14,7 @@ namespace zryaml::parse {
 
 class InputGuard {
 public:
-    // Puts itself in front of the reader that the parser has been given. Must live as long as the parser reads.
+    // Wraps the reader that the parser has been given. Must live as long as the parser reads.
     InputGuard(yaml_parser_t &parser, const YamlLimits &limits) noexcept;
     InputGuard(const InputGuard &) = delete;
     InputGuard &operator=(const InputGuard &) = delete;

@@ -21,7 +21,7 @@ const char *KeyText(const YamlListNode &key) noexcept
     return key.pcValue;
 }
 
-// The text of a key, whose mark tells the length of most.
+// The text of a key; most marks tell its length.
 std::string_view TextOf(const YamlListNode &key) noexcept
 {
     const size_t length = key.uPlace.uiTextMark >> 25;

@@ -57,7 +57,7 @@ void KeyIndexRemove(YamlListNode &map, const YamlListNode &key) noexcept;
 // Gives back all indexes of a document.
 void KeyIndexesRelease(YamlHandle &handle) noexcept;
 
-// Has whatever serves the search know of a key that is about to be hung into its map. 12 if out of memory (logged).
+// Enters a key that is about to be hung into its map into the filter or the index. 12 if out of memory (logged).
 [[nodiscard]] inline uint32_t KeyNote(YamlListNode &map, YamlListNode &key, uint32_t hash) noexcept
 {
     if ((map.uiState & (NODE_GROWING | NODE_INDEXED)) == NODE_GROWING) {

@@ -8,7 +8,7 @@
 
 namespace zryaml::parse {
 
-// Each adds place, sentence and hint to the error record, as far as it knows better than what is there.
+// Each puts place, sentence and hint into the error record where it knows better than what is there.
 
 // Of a file that could not be opened, by errno.
 void OpenErrorExplain(const char *path, int openError) noexcept;

@@ -25,8 +25,8 @@ inline void KeyHang(YamlListNode &map, YamlListNode *previous, YamlListNode &key
     ListInsertAfter(previous != nullptr ? LinkIn(map, *previous) : map.stChildList, LinkIn(map, key));
 }
 
-// The same, and whatever serves the search learns of it. The hash is the one of KeysFind, or 0. 12 if out of memory
-// (logged).
+// The same, and the filter or the index of the map learns of it. The hash is the one of KeysFind, or 0. 12 if out of
+// memory (logged).
 [[nodiscard]] inline uint32_t KeyInsert(YamlListNode &map, YamlListNode *previous, YamlListNode &key,
                                         uint32_t hash) noexcept
 {

@@ -53,7 +53,7 @@ void NodeRelease(YamlListNode &node) noexcept
     ZR_MemFree(&node, yaml_MemHandleGet());
 }
 
-// A text that is not counted may go before its document, so it has a block of its own.
+// A text that is not counted may be released before its document, so it has a block of its own.
 char *TextCopy(YamlHandle &handle, bool counted, std::string_view text) noexcept
 {
     const size_t size = text.size() + 1;

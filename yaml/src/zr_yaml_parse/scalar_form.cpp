@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // How a scalar was written: its style and, where the file says one, its core tag. The text is the same with any of
-// them; who wants to know whether 1 is a number or "1" a text asks here.
+// them; callers that must tell 1 from "1" ask here.
 #include "parse_internal.h"
 
 #include <yaml.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Opens and reads the file of a load. Whatever can be opened is read, also a pipe with a name; the path is resolved
-// only to tell why it can not be opened.
+// Opens and reads the file of a load. Whatever can be opened is read, also a named pipe; the path is resolved
+// only to tell why it cannot be opened.
 #include "source.h"
 
 #include "load_explain.h"
@@ -99,7 +99,7 @@ void zryaml::parse::Source::Keep(const unsigned char *bytes, size_t length) noex
     const auto size = static_cast<uint32_t>(sizeof(Part) + length); // libyaml reads 16 KiB at a time
     auto *part = static_cast<Part *>(ZR_MemAlloc(size, yaml_MemHandleGet()));
     if (part == nullptr) {
-        m_keeping = false; // what follows can not be told without this one
+        m_keeping = false; // what follows cannot be told without this one
         return;
     }
     *part = {nullptr, length};

@@ -24,8 +24,8 @@ public:
     void Feed(yaml_parser_t &parser) noexcept;
 
     [[nodiscard]] bool IsFolder() const noexcept;
-    // Gives bytes that the parser has had once more, as many as there are up to a size. Of a pipe these are kept while
-    // it is read; where memory was short for that, or a stream can not go back, there are none.
+    // Gives bytes that the parser has had once more, up to a size. Of a pipe these are kept while
+    // it is read; where memory was short for that, or a stream cannot go back, there are none.
     [[nodiscard]] size_t ReadAgain(uint64_t offset, unsigned char *buffer, size_t size) const noexcept;
 
 private:
@@ -39,7 +39,7 @@ private:
     FILE *m_stream = nullptr;
     int m_file = -1;
     bool m_ended = false;    // the file has said so
-    bool m_keeping = false;  // a file that can not go back: what is read is kept
+    bool m_keeping = false;  // a file that cannot go back: what is read is kept
     Part *m_first = nullptr; // parts that were kept, in order
     Part **m_end = &m_first; // where the next one goes
 };

@@ -22,11 +22,11 @@ struct TreeBuilder {
     bool mayHold = false;            // the caller settles a key that is held
     HeldKey held = {};
 
-    // Hands an event to its handler (event_dispatch.cpp).
+    // Passes an event to its handler (event_dispatch.cpp).
     [[nodiscard]] uint32_t Take(const yaml_event_t &event) noexcept;
 
     [[nodiscard]] inline uint32_t Handle(const yaml_event_t &event, uint32_t eventBefore) noexcept;
-    // Deals with a key that the event before left to be tested.
+    // Tests a key that the event before left untested.
     [[nodiscard]] uint32_t Settle() noexcept { return held.key == nullptr ? YAML_OK : KeySettle(held); }
 
     // Makes a scalar of an event and hangs it in the open collection (tree_build.cpp).
@@ -47,7 +47,7 @@ struct TreeBuilder {
     [[nodiscard]] uint32_t PlaceValueCopy(const YamlListNode &source, bool isFirst) noexcept;
     [[nodiscard]] uint32_t PlaceCopyBelow(const YamlListNode &source) noexcept;
     [[nodiscard]] uint32_t Merge(const YamlListNode &source, bool isFirst) noexcept;
-    // Where the current node has just ended as the value of a "<<": merges it in the place of that key.
+    // If the current node has just ended as the value of a "<<": merges it in the place of that key.
     [[nodiscard]] uint32_t MergeForm() noexcept;
 
     // What a load of layers makes of the node that an event has made or ended (layer_form.cpp).

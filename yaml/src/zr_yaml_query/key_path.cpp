@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The operations that cut one component out of a writable path, and what the log says of a path that lookups by format
-// refuse. What a path means is known to the tokenizer alone.
+// refuse. Only the tokenizer knows what a path means.
 #include "query_internal.h"
 
 #include <cstdlib>
@@ -111,7 +111,7 @@ bool IsIndexRead(const PathComponent &stComponent) noexcept
 
 PathFault FaultOf(const PathComponent &stComponent, PathPlace ePlace) noexcept
 {
-    // Behind a name the largest number stands for no index.
+    // Behind a name the largest number means that there is no index.
     const uint64_t ulIndexMax = ePlace == PathPlace::Name ? YAML_INDEX_NONE - 1 : uint32_t{INT32_MAX};
     if (IsIndexRead(stComponent) && stComponent.index > ulIndexMax)
         return PathFault::IndexLarge;
@@ -123,7 +123,7 @@ PathFault FaultOf(const PathComponent &stComponent, PathPlace ePlace) noexcept
     return stComponent.fault;
 }
 
-// Gives what an operation has cut out of a path at pcText, and what is to be said of it.
+// Stores what an operation has cut out of a path at pcText, and returns its length, or Rejected (logged).
 int32_t ComponentGive(const PathComponent &stComponent, char *pcText, uint32_t uiNameSize, char *pcKeyName,
                       uint32_t *puiParsedLen, uint32_t *puiIndex) noexcept
 {

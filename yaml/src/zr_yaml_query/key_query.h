@@ -26,9 +26,9 @@ public:
     // _NODE_TYPE, _KEY, _INDEX or _BUF (logged).
     [[nodiscard]] uint32_t Read(const YamlListNode *&pstValue) noexcept;
 
-    // Adds to a failure that has been noted since: path and document,
+    // Adds path and document to a failure that has been noted since,
     void Explain() noexcept;
-    // and that the value of the node found is of another kind than is wanted, such as "a scalar".
+    // and says that the value of the node found is not of the kind wanted, such as "a scalar".
     void NodeExplain(const YamlListNode &stNode, const char *pcWanted) noexcept;
 
 private:

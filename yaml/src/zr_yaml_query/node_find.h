@@ -11,7 +11,7 @@ struct Found {
     uint32_t uiCode;       // for the reason that the log names first; YAML_ERR_NOT_FOUND if it names none
 };
 
-// Formats a key path; a code (logged) if it is empty, too long or can not be formatted. The path is then as much of it
+// Formats a key path; a code (logged) if it is empty, too long or cannot be formatted. The path is then as much of it
 // as there is, or the format.
 [[nodiscard]] uint32_t PathFormat(char (&acPath)[YAML_KEY_BUF_SIZE], const char *pcKeyFormat, va_list stArgs) noexcept
     __attribute__((format(printf, 2, 0)));

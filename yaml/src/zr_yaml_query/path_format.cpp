@@ -9,7 +9,7 @@ using namespace zryaml::query;
 
 namespace {
 
-// Of a path that does not fit, the beginning has been stored; of a format that is refused, nothing.
+// A path that does not fit has been stored up to there; a format that is refused has stored nothing.
 void RefusalExplain(char (&acPath)[YAML_KEY_BUF_SIZE], const char *pcKeyFormat, bool bEmpty) noexcept
 {
     if (bEmpty)

@@ -44,7 +44,7 @@ bool IsPlaceholder(std::string_view text) noexcept
     return text.size() > 1 && text[0] == '{' && text[1] == '}';
 }
 
-// Where a character stands that no backslash stands right before; the size if nowhere. With placeholders, a '}' that
+// Where a character stands without a backslash right before it; the size if nowhere. With placeholders, a '}' that
 // ends one is not meant.
 size_t UnescapedFind(std::string_view text, char wanted, bool placeholders) noexcept
 {

@@ -17,7 +17,7 @@ enum class PathPlace : uint8_t {
     Index, // an index alone
     Front, // an index at the front of a path into a document that is a sequence
 };
-// Logs what a lookup by format refuses in a component and is the code of that, YAML_OK for nothing. What stands behind
+// Logs and returns what a lookup by format refuses in a component; YAML_OK if nothing. What stands behind
 // an index may be left for later.
 [[nodiscard]] uint32_t PathRefuse(const PathComponent &stComponent, PathPlace ePlace, bool bTail = true) noexcept;
 

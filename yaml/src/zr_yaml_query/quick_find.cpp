@@ -151,7 +151,7 @@ private:
         return Append({digits + first, sizeof(digits) - first});
     }
 
-    // Makes a name of which a plain beginning has been read, up to its first conversion.
+    // Makes a name whose plain beginning has been read, up to its first conversion.
     std::string_view NameMake(std::string_view part) noexcept
     {
         m_length = 0;
@@ -179,7 +179,7 @@ private:
     const char *m_at;
     uint32_t m_mask = Syntax | Conversion;
     va_list m_arguments;
-    ptrdiff_t m_longer = 0; // than the format what has been read of it is, formatted
+    ptrdiff_t m_longer = 0; // how much what has been read gets longer when it is formatted
     size_t m_length = 0;    // of the name put together
     char m_name[NameSize];
 };

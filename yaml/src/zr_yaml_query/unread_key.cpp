@@ -10,7 +10,7 @@ using namespace zryaml::query;
 
 namespace {
 
-// A key of no interest: a repeated one, which reads as the merged key, or a template for aliases and merges.
+// A key that is not listed: a repeated one, which reads as the merged key, or a template for aliases and merges.
 bool IsPassedOver(const YamlListNode &stKey) noexcept
 {
     const YamlListNode *pstValue = FirstChild(stKey);

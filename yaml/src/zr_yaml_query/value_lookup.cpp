@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Goes down from a value by steps and by paths, and explains where a step leads nowhere. Nothing is logged or marked.
+// Follows steps and paths down from a value, and explains a step that leads nowhere. Nothing is logged or marked.
 #include "../value_lookup.h"
 #include "../text_cut.h"
 #include "../value_source.h"
@@ -32,13 +32,13 @@ bool IsEmptyScalar(const YamlListNode &value) noexcept
     return value.uiDataType == YAML_DATATYPE_SCALAR && (value.pcValue == nullptr || *value.pcValue == '\0');
 }
 
-// The code of a step that a value of another kind does not have.
+// The code of a step that does not fit the kind of a value.
 uint32_t MissCode(const YamlListNode *from) noexcept
 {
     return from == nullptr || IsEmptyScalar(*from) ? YAML_ERR_NOT_FOUND : YAML_ERR_NODE_TYPE;
 }
 
-// What is said of a value that has nothing below it, whatever is asked for; false if it may have.
+// Says that a value has nothing below it; false if it may have.
 bool LeafExplain(const YamlListNode *from) noexcept
 {
     if (from == nullptr)
