@@ -253,22 +253,13 @@ TEST_F(BindCxx, ReadsContainersAndVariants)
 
 TEST_F(BindCxx, TellsWhatCTellsWordForWord)
 {
-    for (const char *text : {"", "[1]", "servers: []\nsink: {path: p}\nnames: {}\ncolour: fff\n",
-                             "x-p: &p {port: 80, tls: on}\nx-w: &w heavy\n"
-                             "servers: [{name: a, <<: *p}, {name: b, prt: 1, port: 2, weight: *w}]\n",
-                             "servers:\n"
-                             "  - {port: 80a, cores: [1, 2, 3, 4], mode: fst, nmae: x}\n"
-                             "  - name: b\n"
-                             "    limits: {memory: 2GiB, timeout: 1us, ratio: .nan}\n"
-                             "    extra: 5\n"
-                             "    prio: 200\n"
-                             "ports: {http: [80], low: 6}\n"
-                             "sink: {to: fil, path: /tmp/x}\n"
-                             "tree: {name: [], kids: [{kids: [{nam: deep}]}]}\ndelays: [2h]\n"}) {
-        const Document doc = Document::parse(text, "doc").or_throw();
-        const auto bound = zryaml::bind<cxx::Bound>(doc);
-        EXPECT_EQ(bound ? "" : bound.error().what(), InC(doc)) << text;
-    }
+    const Document doc =
+        Document::parse("x-p: &p {port: 80, tls: on}\n"
+                        "servers: [{name: a, <<: *p}, {name: b, prt: 1, port: 2, cores: [1, 2, 3, 4]}]\n"
+                        "sink: {to: fil, path: p}\ndelays: [2h]\nnames: {}\ncolour: fff\n",
+                        "doc")
+            .or_throw();
+    EXPECT_EQ(zryaml::bind<cxx::Bound>(doc).error().what(), InC(doc));
 }
 
 TEST_F(BindCxx, WritesASampleWithTheInitialValues)
@@ -283,6 +274,7 @@ TEST_F(BindCxx, WritesASampleWithTheInitialValues)
     EXPECT_TRUE(zryaml::bind<cxx::Any>(Document::parse(zryaml::sample<cxx::Any>()).or_throw()));
     const Document schema = Document::parse(zryaml::schema<cxx::Any>()).or_throw();
     EXPECT_TRUE(schema["properties"]["ranges"].exists());
+    EXPECT_EQ(schema["properties"]["tuple"]["type"][0].get_or("").value(), "array");
     EXPECT_NE(zryaml::environment<cxx::Bound>("X_").find("X_SERVERS__0__MODE  # one of fast, safe, default safe\n"),
               std::string::npos);
 }

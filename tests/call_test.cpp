@@ -22,6 +22,7 @@ TEST_F(Call, WithFormats)
     char *(*const pfnGet)(YamlHandle *, const char *, ...) = ZRYAML_PropertyGet; // the format is not checked here
     EXPECT_EQ(pfnGet(pstHandle, "%ls", acNone), nullptr);
     EXPECT_STREQ(ZRYAML_LastErrorGet()->pcKeyPath, "%ls");
+    EXPECT_STREQ(ZRYAML_LastErrorGet()->pcMessage, "the format of the key path cannot be used");
     Base().bSecureCallsFail = true; // is noted, and the text is there
     EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "{a}.{b}"), "x");
     EXPECT_EQ(Base().LogText(), "2 19000005 The input key is too long to format.\n"

@@ -104,6 +104,8 @@ TEST_F(FileLoad, ShowsTheWayToAFileThatIsNotThere)
         EXPECT_STREQ(Last().pcMessage, "no such file");
         EXPECT_EQ(Last().pcHint, hint);
     }
+    EXPECT_EQ(ZRYAML_FileLoad("/tmp"), nullptr);
+    EXPECT_STREQ(Last().pcHint, "name a file in it");
 }
 
 // A pipe with a name is read as a file is, and what is wrong in it is told alike.

@@ -62,13 +62,13 @@ const StackCase g_stacks[] = {
       "--set l[0][0]=z", "--set p=[no", "--set q=[1, {r: s}]", "--set a={t: u}"},
      R"({"a":{"b":["1",{"c":"v"}],"t":"u"},"x.y":"2=3","p":"[no","a=b":{"c=d":""},"n.m":{"k":""},"l":[["z"]],"q":["1",{"r":"s"}]})"},
     {__LINE__,
-     {"{a: [1], b: {c: d}}", "--set a[2]=x", "--set a.b=x", "--set b.c.d=x", "--set b[0]=1", "--set a", "--set =1",
+     {"{a: [1], b: {c: d}}", "--set a[2]=x", "--set a.b=x", "--set b.c.d=x", "--set b[0]=1", "--set a\\", "--set =1",
       "--set a[x]=1", "--set n=[1", "--set b.c=\xFF"},
      "\n--set a[2]: a: the index 2 is beyond the end: the sequence has 1 element"
      "\n--set a.b: a: a sequence stands in the way of the key 'b'"
      "\n--set b.c.d: b.c: a scalar stands in the way of the key 'd'"
      "\n--set b[0]: b: a map has no element 0"
-     "\n--set: 'a' has no '=' (write it as path=text)"
+     "\n--set: 'a\\' has no '=' (write it as path=text)"
      "\n--set: '=1' names no value (write it as path=text)"
      "\n--set a[x]: the key path is malformed: an index is not a number from 0 on"
      "\n--set n:1:1: the '[' that opens here is not closed (a ']' is missing)"
@@ -112,18 +112,18 @@ const StackCase g_stacks[] = {
      M},
     // Interpolation.
     {__LINE__,
-     {"{a: '${b}', b: \"${HOST}:${c[0].d}\", c: [{d: \"$$5 $ ${NONE:-x}\"}], e: '${b}x', \"k.y\": 1}",
+     {"{a: '${b}', b: \"${HOST}:${c[0].d}\", c: [{d: \"$$5 $ ${NO_NE:-x}\"}], e: '${b}x', \"k.y\": 1}",
       "f: ${{k.y}}${key:k\\.y}${ZERO:-z}${ZERO}${env:o}", "--set g=${HOST}", "$HOST=h", "$ZERO=", "$o=o${HOST}"},
      R"({"a":"${b}","b":"h:$5 $ x","c":[{"d":"$5 $ x"}],"e":"${b}x","k.y":"1","f":"11zo${HOST}","g":"${HOST}"})",
      X},
     {__LINE__,
-     {"{a: \"${b}\", b: \"${a}\", c: \"${N}\", d: \"${N:?give an N}\", e: \"${x.y}\", f: \"${g}\", g: [], h: \"${}\", "
+     {"{a: \"${b}\", b: \"${a}\", c: \"${N}\", d: \"${N:?give an N}\", e: \"${g.y}\", f: \"${g}\", g: [], h: \"${}\", "
       "i: \"${Z:?}\", j: \"x${\", k: \"${a[x}\", l: \"${B}\"}",
-      "$Z=", "$B=\xFF"},
+      "$Z=", "$B=\xF4\x90\x80\x80"},
      "\n0:1:16: b: '${a}' leads back to this text"
      "\n0:1:27: c: the environment variable 'N' is not set (a text to take instead is written ${name:-text})"
      "\n0:1:38: d: give an N"
-     "\n0:1:60: e: the value at 'x.y' is not there (a text to take instead is written ${name:-text})"
+     "\n0:1:60: e: the value at 'g.y' is not there (a text to take instead is written ${name:-text})"
      "\n0:1:73: f: the value at 'g' is no scalar (only the text of a scalar can be taken)"
      "\n0:1:91: h: '${}' names nothing (write '$$' for a dollar)"
      "\n0:1:101: i: the environment variable 'Z' is empty (a text to take instead is written ${name:-text})"

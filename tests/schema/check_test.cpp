@@ -44,6 +44,7 @@ constexpr SentenceCase g_sentences[] = {
     {__LINE__, "{pattern: '^a+$'}", "ab", "1:4 v: 'ab' does not match the pattern '^a+$'\n"},
     {__LINE__, "{pattern: '^[(?*]+$'}", "'(?'", ""},
     {__LINE__, "{format: ipv4}", "1.2.3", "1:4 v: '1.2.3' is not an IPv4 address\n"},
+    {__LINE__, "{format: date}", "2024-02-30", "1:4 v: '2024-02-30' is not a date such as 2024-02-29\n"},
     {__LINE__, "{format: regex}", "a(",
      "1:4 v: 'a(' is not a regular expression: missing closing parenthesis (at "
      "character 3)\n"},
@@ -98,43 +99,26 @@ TEST(SchemaCheck, Sentences)
     }
 }
 
-TEST(SchemaCheck, TenMistakesGiveTenLinesInDocumentOrder)
+TEST(SchemaCheck, MistakesComeInDocumentOrder)
 {
-    const Loaded schema = SchemaTextLoad(
-        "required: [name]\n"
-        "properties:\n"
-        "  servers: {type: array, items: {$ref: '#/definitions/server'}}\n"
-        "  tags: {uniqueItems: true, items: {type: string}}\n"
-        "  name: {minLength: 1}\n"
-        "  mode: {enum: [fast, safe]}\n"
-        "  start: {format: date}\n"
-        "additionalProperties: false\n"
-        "definitions:\n"
-        "  server:\n"
-        "    required: [host, port]\n"
-        "    properties: {host: {type: string}, port: {type: integer, maximum: 65535}, share: {multipleOf: 5}}\n"
-        "    additionalProperties: false\n");
+    const Loaded schema =
+        SchemaTextLoad("required: [name]\n"
+                       "properties:\n"
+                       "  servers: {items: {$ref: '#/definitions/server'}}\n"
+                       "  name: {minLength: 1}\n"
+                       "additionalProperties: false\n"
+                       "definitions: {server: {required: [host], properties: {port: {maximum: 9}}}}\n");
     const DocumentPtr document = TextLoad("name: ''\n"
-                                          "base: &base {port: 99999}\n"
-                                          "mode: slow\n"
-                                          "start: 2024-02-30\n"
-                                          "tags: [a, 5, a]\n"
+                                          "base: &base {port: 10}\n"
                                           "servers:\n"
-                                          "- {host: a, prot: 1}\n"
                                           "- {<<: *base, host: b}\n"
-                                          "- {port: 80, share: 7}\n");
+                                          "- {port: 11}\n");
     ASSERT_NE(schema.schema, nullptr) << schema.problems;
-    EXPECT_EQ(Check(schema, ZRYAML_RootGet(document.get())).problems,
-              "1:7 name: must not be empty\n"
-              "2:1 : unknown key 'base'\n"
-              "3:7 mode: must be one of fast, safe\n"
-              "4:8 start: '2024-02-30' is not a date such as 2024-02-29\n"
-              "5:11 tags[1]: must be a string, is the number 5 (in quotes it is one: \"5\")\n"
-              "5:14 tags[2]: is the same as element 0; the elements must differ\n"
-              "7:13 servers[0]: unknown key 'prot' (did you mean 'port'?)\n"
-              "8:8 servers[1].port: must be at most 65535\n"
-              "9:3 servers[2]: key 'host' is missing\n"
-              "9:21 servers[2].share: must be a multiple of 5\n");
+    EXPECT_EQ(Check(schema, ZRYAML_RootGet(document.get())).problems, "1:7 name: must not be empty\n"
+                                                                      "2:1 : unknown key 'base'\n"
+                                                                      "4:8 servers[0].port: must be at most 9\n"
+                                                                      "5:3 servers[1]: key 'host' is missing\n"
+                                                                      "5:10 servers[1].port: must be at most 9\n");
 }
 
 TEST(SchemaCheck, EmptyDocumentIsAnEmptyMap)

@@ -16,7 +16,7 @@ void RefusalExplain(char (&acPath)[YAML_KEY_BUF_SIZE], const char *pcKeyFormat, 
         return ErrorSentence("the key path is empty");
     if (acPath[0] != '\0')
         return ErrorSentence("the key path is longer than %d bytes", YAML_KEY_BUF_SIZE - 1);
-    ErrorSentence("the format of the key path can not be used");
+    ErrorSentence("the format of the key path cannot be used");
     ErrorHintAdd("a '%%' that belongs to a key is written '%%%%', and %%n is always refused");
     const size_t ulShown = strnlen(pcKeyFormat, sizeof(acPath) - 1);
     memcpy(acPath, pcKeyFormat, ulShown);
