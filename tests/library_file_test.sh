@@ -61,6 +61,9 @@ protection_check() {
 }
 protection_check yaml "$library"
 protection_check base "$ZRYAML_BUILD/base/libzrbase.so"
+for file in "$library" "$ZRYAML_BUILD/base/libzrbase.so"; do # so that dlclose loses no pool
+    readelf -dW "$file" | grep -q NODELETE || fail "$file can be unloaded"
+done
 
 schema=$ZRYAML_BUILD/schema/libzryaml_schema.so
 if [ -e "$schema" ]; then
