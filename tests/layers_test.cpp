@@ -276,6 +276,13 @@ TEST_F(Layers, AreBounded)
     for (uint32_t ui = 0; ui < 300; ++ui)
         chain[0] += "k" + std::to_string(ui) + ": \"${k" + std::to_string(ui + 1) + "}\",";
     EXPECT_NE(LayerStack({chain[0] + "k300: x}"}, X).Read().find("too long a chain"), std::string::npos);
+    std::string far = "{s: [x", references;
+    for (uint32_t ui = 0; ui < 9000; ++ui) {
+        far += ",x";
+        references += "\"${s[4500]}\",";
+    }
+    far += "], r: [" + references;
+    EXPECT_NE(LayerStack({far + "]}"}, X).Read().find("lead through too many elements"), std::string::npos);
     (void)ZRYAML_LimitsSet(&stBefore);
 }
 

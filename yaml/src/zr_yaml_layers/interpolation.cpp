@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Puts texts in the place of references, in the plain and double-quoted scalars of files and texts. A scalar that is
-// referred to is finished first; what is put in is not looked at again. The bytes that are made are charged to the
-// document as those of its aliases are.
+// referred to is finished first; what is put in is not looked at again. The bytes that are made, and the elements
+// that are passed on the way to what is referred to, are charged to the document as the bytes of its aliases are.
 #include "layers_internal.h"
 #include "reference.h"
 
@@ -85,13 +85,21 @@ private:
 
     bool Put(const YamlListNode &scalar, Text &text, std::string_view more) noexcept
     {
-        if (more.size() > m_left || more.size() > UINT32_MAX) {
-            Tell(m_stack, SpotFor(scalar, "the limit is ulCopyBytes"), "interpolation makes too much text");
-            m_ended = true;
-            return false;
+        const char *sentence = "interpolation makes too much text";
+        return Charge(scalar, more.size() <= UINT32_MAX ? more.size() : UINT64_MAX, sentence) &&
+               (text.Add(more.data(), static_cast<uint32_t>(more.size())) || Starve());
+    }
+
+    // Takes bytes or steps off what the document may use.
+    bool Charge(const YamlListNode &scalar, uint64_t amount, const char *sentence) noexcept
+    {
+        if (amount <= m_left) {
+            m_left -= amount;
+            return true;
         }
-        m_left -= more.size();
-        return text.Add(more.data(), static_cast<uint32_t>(more.size())) || Starve();
+        Tell(m_stack, SpotFor(scalar, "the limit is ulCopyBytes"), "%s", sentence);
+        m_ended = true;
+        return false;
     }
 
     // Puts the text of the reference that the rest begins with, and takes it off the rest.
@@ -133,8 +141,11 @@ private:
 
     bool KeyedFind(const YamlListNode &scalar, const Reference &reference, const char *&found) noexcept
     {
-        YamlListNode *value = nullptr;
-        if (!PathFollow(*m_stack.document, reference.name, value))
+        const Followed followed = PathFollow(*m_stack.document, reference.name);
+        YamlListNode *value = followed.value;
+        if (!Charge(scalar, followed.steps, "references lead through too many elements"))
+            return false;
+        if (followed.malformed)
             return Refuse(scalar, "", "'", reference.name, "' is no key path");
         if (value == nullptr)
             return true;

@@ -73,7 +73,14 @@ void KeyHang(Stack &stack, YamlListNode &map, YamlListNode &key) noexcept;
 [[nodiscard]] YamlListNode *KeyMake(Stack &stack, YamlListNode &map, std::string_view text) noexcept;
 // Takes a key with its marked key out of its map.
 void KeyDrop(YamlListNode &key) noexcept;
+// The element with a number, which is looked for from the nearer end. NULL if there is none.
 [[nodiscard]] YamlListNode *ElementAt(const YamlListNode &sequence, uint64_t index) noexcept;
+// How many steps that takes, in a sequence that ends with a certain element.
+[[nodiscard]] constexpr uint64_t ElementSteps(const YamlListNode &last, uint64_t index) noexcept
+{
+    const uint64_t fromEnd = index <= last.uPlace.uiNumber ? last.uPlace.uiNumber - index : 0;
+    return index < fromEnd ? index : fromEnd;
+}
 [[nodiscard]] YamlListNode *KeyFind(const YamlListNode &map, std::string_view text) noexcept;
 [[nodiscard]] const char *KindName(const YamlListNode &value) noexcept; // "a map"
 // Whether a value is an empty plain scalar: a "key:" with nothing behind it.
@@ -118,8 +125,13 @@ void AssignmentApply(Stack &stack, const YamlLayer &layer, uint32_t number) noex
 // The value of a variable, or NULL (environment.cpp).
 [[nodiscard]] const char *VariableGet(const Stack &stack, std::string_view name) noexcept;
 
-// Follows a key path from the top. False if it is malformed; a NULL value is not there (path_follow.cpp).
-[[nodiscard]] bool PathFollow(const YamlHandle &document, std::string_view path, YamlListNode *&value) noexcept;
+struct Followed {
+    YamlListNode *value; // NULL: not there
+    uint64_t steps;      // in long sequences
+    bool malformed;
+};
+// Follows a key path from the top (path_follow.cpp).
+[[nodiscard]] Followed PathFollow(const YamlHandle &document, std::string_view path) noexcept;
 
 // Puts texts in the place of "${...}" in the whole document (interpolation.cpp).
 void Interpolate(Stack &stack) noexcept;

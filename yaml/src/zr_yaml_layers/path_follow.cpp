@@ -9,10 +9,16 @@ using namespace zryaml::layers;
 
 namespace {
 
-YamlListNode *StepTake(const YamlListNode &value, const PathStep &step, char (&name)[YAML_KEY_BUF_SIZE]) noexcept
+YamlListNode *ElementTake(const YamlListNode &value, uint64_t index, uint64_t &steps) noexcept
 {
-    if (step.isIndex)
-        return value.uiDataType == YAML_DATATYPE_SEQ ? ElementAt(value, step.index) : nullptr;
+    if (value.uiDataType != YAML_DATATYPE_SEQ || !HasChildren(value))
+        return nullptr;
+    steps += ElementSteps(*NodeOf(value.stChildList.prev, NodeLink::Seq), index);
+    return ElementAt(value, index);
+}
+
+YamlListNode *KeyTake(const YamlListNode &value, const PathStep &step, char (&name)[YAML_KEY_BUF_SIZE]) noexcept
+{
     if (value.uiDataType != YAML_DATATYPE_MAP)
         return nullptr;
     const YamlListNode *key = KeyFind(value, {name, NameUnescape(step.text, name, sizeof(name))});
@@ -21,15 +27,18 @@ YamlListNode *StepTake(const YamlListNode &value, const PathStep &step, char (&n
 
 } // namespace
 
-bool zryaml::layers::PathFollow(const YamlHandle &document, std::string_view path, YamlListNode *&value) noexcept
+Followed zryaml::layers::PathFollow(const YamlHandle &document, std::string_view path) noexcept
 {
     if (path.size() >= YAML_KEY_BUF_SIZE)
-        return false;
+        return {nullptr, 0, true};
     char name[YAML_KEY_BUF_SIZE];
     PathReader reader(path);
     PathStep step = {};
-    value = FirstChild(document.stRoot);
-    while (reader.Next(step)) // to the end, which may be malformed
-        value = value != nullptr ? StepTake(*value, step, name) : nullptr;
-    return reader.Fault() == PathFault::None;
+    uint64_t steps = 0;
+    YamlListNode *value = FirstChild(document.stRoot);
+    while (reader.Next(step)) { // to the end, which may be malformed
+        if (value != nullptr)
+            value = step.isIndex ? ElementTake(*value, step.index, steps) : KeyTake(*value, step, name);
+    }
+    return {value, steps, reader.Fault() != PathFault::None};
 }

@@ -70,12 +70,16 @@ YamlListNode *zryaml::layers::KeyFind(const YamlListNode &map, std::string_view 
 
 YamlListNode *zryaml::layers::ElementAt(const YamlListNode &sequence, uint64_t index) noexcept
 {
-    uint64_t number = 0;
-    for (YamlListNode &element : Children(sequence)) {
-        if (number++ == index)
-            return &element;
-    }
-    return nullptr;
+    if (!HasChildren(sequence))
+        return nullptr;
+    YamlListNode *last = NodeOf(sequence.stChildList.prev, NodeLink::Seq);
+    if (index > last->uPlace.uiNumber)
+        return nullptr;
+    const bool fromEnd = ElementSteps(*last, index) != index;
+    YamlListNode *element = fromEnd ? last : NodeOf(sequence.stChildList.next, NodeLink::Seq);
+    while (element->uPlace.uiNumber != index)
+        element = NodeOf(fromEnd ? element->stSeqLink.prev : element->stSeqLink.next, NodeLink::Seq);
+    return element;
 }
 
 void zryaml::layers::KeyDrop(YamlListNode &key) noexcept
