@@ -86,6 +86,8 @@ WRONG(8, YAML_FIELD_ARRAY(Server, cores, cores_count, "cores", .pcDefault = "[]"
 WRONG(9, YAML_FIELD_ENUM(Server, mode, "mode"));
 WRONG(10, YAML_FIELD_CUSTOM(Server, mode, "mode"));
 WRONG(11, YAML_FIELD_TEXT(Server, name, NULL));
+static const YamlField FarElement = YAML_FIELD_ENUM(Server, mode, "", YAML_NAMES(Modes));
+WRONG(12, YAML_FIELD_ARRAY(Server, cores, cores_count, "cores", .pstElement = &FarElement));
 const WrongRecord WrongRecords[] = {
     {&Wrong0, "'port': .pcDefault '70000' is out of range"},
     {&Wrong1, "'prio': .pcMin 'low' is not an integer"},
@@ -99,5 +101,6 @@ const WrongRecord WrongRecords[] = {
     {&Wrong9, "'mode' has no names: YAML_NAMES gives them"},
     {&Wrong10, "'mode' has no .pfnConvert"},
     {&Wrong11, "'' has no key"},
+    {&Wrong12, "'cores' has a .pstElement that lies outside of its elements"},
 };
 const uint32_t WrongRecordCount = sizeof(WrongRecords) / sizeof(WrongRecords[0]);

@@ -214,6 +214,15 @@ bool Planner::PartsMake(PlanField &plan, uint32_t count) noexcept
     return plan.parts != nullptr;
 }
 
+// Whether what describes an element, as a member of a record, has its place in each of the elements.
+bool LiesWithin(const YamlField &element, const YamlField &field) noexcept
+{
+    const uint64_t width = field.uiValueWidth != 0 ? field.uiValueWidth : field.uiElementWidth;
+    return field.pstStorage != nullptr || element.pfnMember != nullptr ||
+           (uint64_t{element.uiOffset} + element.uiWidth <= width &&
+            uint64_t{element.uiCountOffset} + element.uiCountWidth <= width);
+}
+
 bool Planner::Elements(PlanField &plan) noexcept
 {
     const YamlField &field = *plan.field;
@@ -223,6 +232,8 @@ bool Planner::Elements(PlanField &plan) noexcept
     if (plan.parts[0] == nullptr)
         return false;
     PlanField &part = *plan.parts[0];
+    if (field.pstElement != nullptr && !LiesWithin(*field.pstElement, field))
+        return Mistake(plan, " has a .pstElement that lies outside of its elements");
     if (field.pstElement != nullptr)
         return field.pstStorage != nullptr || plan.kind != YAML_KIND_OPTIONAL || part.kind != YAML_KIND_OPTIONAL ||
                Mistake(plan, " is an optional of an optional");
