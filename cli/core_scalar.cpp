@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <zr_yaml_scalar.h>
 
 namespace zryaml::cli {
 
@@ -27,97 +28,65 @@ string_view take_digits(string_view &text)
     return digits;
 }
 
-template <class Number> bool fits(string_view text, int base = 10)
+template <class Number> bool fits(string_view text)
 {
     Number number{};
-    const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), number, base);
+    const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), number);
     return code == std::errc() && end == text.data() + text.size();
 }
 
-struct Decimal { // [-+] whole . fraction e exponent
-    bool negative = false, point = false, exponential = false;
-    string_view whole, fraction, exponent; // the exponent with its sign
+// [-+] whole . fraction e exponent, as JSON writes it
+std::string json_of(string_view text)
+{
+    std::string json = take(text, "-") ? "-" : "";
+    (void)take(text, "+");
+    string_view whole = take_digits(text);
+    whole.remove_prefix(std::min(whole.find_first_not_of('0'), whole.size()));
+    json += whole.empty() ? "0" : whole;
+    const string_view fraction = take(text, ".") ? take_digits(text) : "";
+    if (!fraction.empty())
+        json.append(".").append(fraction);
+    return json.append(text);
+}
 
-    static std::optional<Decimal> read(string_view text)
-    {
-        Decimal decimal;
-        decimal.negative = take(text, "-");
-        if (!decimal.negative)
-            (void)take(text, "+");
-        decimal.whole = take_digits(text);
-        decimal.point = take(text, ".");
-        decimal.fraction = decimal.point ? take_digits(text) : "";
-        decimal.exponential = take(text, "e") || take(text, "E");
-        decimal.exponent = text;
-        bool exponent_right = text.empty();
-        if (decimal.exponential) {
-            (void)(take(text, "-") || take(text, "+"));
-            exponent_right = !take_digits(text).empty() && text.empty();
-        }
-        const bool has_digits = !decimal.whole.empty() || !decimal.fraction.empty();
-        return has_digits && exponent_right ? std::optional(decimal) : std::nullopt;
-    }
-
-    [[nodiscard]] std::string json() const
-    {
-        const size_t zeros = std::min(whole.find_first_not_of('0'), whole.size());
-        std::string text = negative ? "-" : "";
-        text += zeros == whole.size() ? "0" : whole.substr(zeros);
-        if (!fraction.empty())
-            text.append(".").append(fraction);
-        if (exponential)
-            text.append("e").append(exponent);
-        return text;
-    }
-};
-
-CoreScalar based_number(string_view digits, int base)
+CoreScalar based_number(string_view text)
 {
     std::uint64_t number = 0;
-    const auto [end, code] = std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
-    if (digits.empty() || end != digits.data() + digits.size())
-        return {};
+    const auto code = std::from_chars(text.data() + 2, text.data() + text.size(), number, text[1] == 'x' ? 16 : 8).ec;
     return code == std::errc() ? CoreScalar{std::to_string(number)} : CoreScalar{"", true};
 }
 
-CoreScalar number_read(string_view text)
+CoreScalar integer(string_view text)
 {
     if (text.starts_with("0x") || text.starts_with("0o"))
-        return based_number(text.substr(2), text[1] == 'x' ? 16 : 8);
-    const string_view unsigned_text = text.substr(text.starts_with('-') || text.starts_with('+') ? 1 : 0);
-    if (unsigned_text == ".inf" || unsigned_text == ".Inf" || unsigned_text == ".INF" || text == ".nan" ||
-        text == ".NaN" || text == ".NAN")
-        return {"", true};
-    const std::optional<Decimal> decimal = Decimal::read(text);
-    if (!decimal)
-        return {};
-    std::string json = decimal->json();
-    const bool is_float = decimal->point || decimal->exponential;
-    double number = 0;
-    const bool held = is_float ? std::from_chars(json.data(), json.data() + json.size(), number).ec == std::errc()
-                               : fits<std::int64_t>(json) || fits<std::uint64_t>(json);
-    return held ? CoreScalar{std::move(json)} : CoreScalar{"", true};
+        return based_number(text);
+    std::string json = json_of(text);
+    return fits<std::int64_t>(json) || fits<std::uint64_t>(json) ? CoreScalar{std::move(json)} : CoreScalar{"", true};
 }
 
-CoreScalar plain_read(string_view text)
+CoreScalar floating(string_view text)
 {
-    if (text.empty() || text == "~" || text == "null" || text == "Null" || text == "NULL")
-        return {"null"};
-    if (text == "true" || text == "True" || text == "TRUE")
-        return {"true"};
-    if (text == "false" || text == "False" || text == "FALSE")
-        return {"false"};
-    return number_read(text);
+    std::string json = json_of(text);
+    return fits<double>(json) ? CoreScalar{std::move(json)} : CoreScalar{"", true}; // .inf and .nan do not
 }
 
 } // namespace
 
 CoreScalar core_scalar(const Value &scalar)
 {
-    const std::uint32_t tag = ZRYAML_ValueTagGet(scalar.node());
-    const bool plain = ZRYAML_ValueStyleGet(scalar.node()) <= YAML_STYLE_PLAIN; // none: a variable or an assignment
-    const bool typed = tag == YAML_TAG_NONE ? plain : tag != YAML_TAG_STR;
-    return typed ? plain_read(scalar.text().value_or("")) : CoreScalar{};
+    const string_view text = scalar.text().value_or("");
+    switch (ZRYAML_CoreTagGet(scalar.node())) {
+    case YAML_TAG_NULL:
+        return {"null"};
+    case YAML_TAG_BOOL:
+        return {text.front() == 't' || text.front() == 'T' ? "true" : "false"};
+    case YAML_TAG_INT:
+        return integer(text);
+    case YAML_TAG_FLOAT:
+        return floating(text);
+    default:
+        return {};
+    }
 }
 
 } // namespace zryaml::cli

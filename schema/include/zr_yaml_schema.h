@@ -17,14 +17,19 @@
  * Schemas    Draft-07, written in JSON or YAML; a schema of another draft is refused by name. All keywords are checked.
  *            Of formats date, date-time, time, email, hostname, ipv4, ipv6, uri, regex and json-pointer are checked,
  *            any other lets every string pass. Patterns are those of ECMA 262, looked for anywhere in the text; \\d,
- * \\w and \\s mean ASCII. Values     A plain scalar is what the core schema of YAML 1.2 makes of it (null, boolean,
- * integer, number, else a string), a quoted one and a block are strings, and a tag such as !!str holds. Numbers are
- * compared exactly. Maps are checked as they read, aliases and merges resolved. References "$ref" leads within the
- * schema, to a schema by its "$id", to the meta-schema of draft-07, and to files below the folder of the schema's own
- * file. Where the schema has an absolute "$id", URIs beside that one mean those files too. Nothing is fetched from a
- * network. Trust      Neither schema nor document is trusted: patterns are matched within limits, a schema that leads
- * back to itself is refused, and a check that costs too much ends with a problem that says so. A check of a deep
+ *            \\w and \\s mean ASCII.
+ *
+ * Values     A scalar has the type that ZRYAML_CoreTagGet gives: null, boolean, integer, number or string. Numbers are
+ *            compared exactly. Maps are checked as they read, aliases and merges resolved.
+ *
+ * References "$ref" leads within the schema, to a schema by its "$id", to the meta-schema of draft-07, and to files
+ *            below the folder of the schema's own file. Where the schema has an absolute "$id", URIs beside that one
+ *            mean those files too. Nothing is fetched from a network.
+ *
+ * Trust      Neither schema nor document is trusted: patterns are matched within limits, a schema that leads back to
+ *            itself is refused, and a check that costs too much ends with a problem that says so. A check of a deep
  *            document may use 2 MiB of stack.
+ *
  * Log        Only what the loader logs about a schema that it refuses. While the debug switch is on, the keys of a
  *            checked value count as read.
  */
@@ -46,7 +51,7 @@ typedef struct YamlSchema YamlSchema;
  *
  * @param pcPath        Path of the file.
  * @param ppstProblems  Receives what is wrong with the schema, of code YAML_ERR_SCHEMA and with its place in the
- * schema, or what the loader says; NULL where nothing is. The caller releases it. May be NULL.
+ *                      schema, or what the loader says; NULL where nothing is. The caller releases it. May be NULL.
  * @return The schema, released with ZRYAML_SchemaFree; NULL if anything is wrong: the file cannot be read, is no schema
  *         of draft-07, refers to what is not there or only to itself (YAML_ERR_SCHEMA), memory is short
  *         (YAML_ERR_NOMEM), or the path is NULL (YAML_ERR_PARAM).

@@ -85,7 +85,7 @@ bool PropertyNamesCheck(Run &run, const Rule &rule, const Value &value)
 
 void SizeAdd(Schema &schema, CheckFunction check, const YamlListNode *value)
 {
-    schema.rules.emplace_back(Rule{check, KindMap}).count = Number::Read(TextOf(value))->Count();
+    schema.rules.emplace_back(Rule{check, KindMap}).count = Number(TextOf(value)).Count();
 }
 
 } // namespace

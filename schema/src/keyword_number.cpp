@@ -16,34 +16,34 @@ bool BoundFault(Run &run, const Rule &rule, const Value &value, const char *what
 // .nan is within no bound.
 bool MaximumCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return *Number::Read(value.text) <= rule.number || BoundFault(run, rule, value, "at most");
+    return Number(value.text) <= rule.number || BoundFault(run, rule, value, "at most");
 }
 
 bool ExclusiveMaximumCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return *Number::Read(value.text) < rule.number || BoundFault(run, rule, value, "less than");
+    return Number(value.text) < rule.number || BoundFault(run, rule, value, "less than");
 }
 
 bool MinimumCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return *Number::Read(value.text) >= rule.number || BoundFault(run, rule, value, "at least");
+    return Number(value.text) >= rule.number || BoundFault(run, rule, value, "at least");
 }
 
 bool ExclusiveMinimumCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return *Number::Read(value.text) > rule.number || BoundFault(run, rule, value, "greater than");
+    return Number(value.text) > rule.number || BoundFault(run, rule, value, "greater than");
 }
 
 bool MultipleOfCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return Number::Read(value.text)->IsMultipleOf(rule.number) || BoundFault(run, rule, value, "a multiple of");
+    return Number(value.text).IsMultipleOf(rule.number) || BoundFault(run, rule, value, "a multiple of");
 }
 
 void BoundAdd(Schema &schema, CheckFunction check, const YamlListNode *value)
 {
     Rule &rule = schema.rules.emplace_back(Rule{check, KindNumber});
     rule.text = TextOf(value);
-    rule.number = *Number::Read(rule.text);
+    rule.number = Number(rule.text);
 }
 
 } // namespace

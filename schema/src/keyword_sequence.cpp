@@ -93,7 +93,7 @@ bool ContainsCheck(Run &run, const Rule &rule, const Value &value)
 
 void SizeAdd(Schema &schema, CheckFunction check, const YamlListNode *value)
 {
-    schema.rules.emplace_back(Rule{check, KindSequence}).count = Number::Read(TextOf(value))->Count();
+    schema.rules.emplace_back(Rule{check, KindSequence}).count = Number(TextOf(value)).Count();
 }
 
 } // namespace

@@ -68,7 +68,7 @@ bool FormatCheck(Run &run, const Rule &rule, const Value &value)
 
 void LengthAdd(Schema &schema, CheckFunction check, const YamlListNode *value)
 {
-    schema.rules.emplace_back(Rule{check, KindString}).count = Number::Read(TextOf(value))->Count();
+    schema.rules.emplace_back(Rule{check, KindString}).count = Number(TextOf(value)).Count();
 }
 
 } // namespace

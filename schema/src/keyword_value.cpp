@@ -29,7 +29,7 @@ bool HasType(const Value &value, uint32_t types) noexcept
 {
     if ((value.kind & types) != 0)
         return true;
-    return value.kind == KindFloat && (types & KindInt) != 0 && Number::Read(value.text)->IsWhole(); // 3.0
+    return value.kind == KindFloat && (types & KindInt) != 0 && Number(value.text).IsWhole(); // 3.0
 }
 
 bool TypeCheck(Run &run, const Rule &rule, const Value &value)

@@ -12,11 +12,6 @@ namespace {
 
 constexpr int64_t LargestExponent = 1'000'000'000'000'000; // beyond it every exponent counts as this one
 
-constexpr bool IsDigit(char character) noexcept
-{
-    return character >= '0' && character <= '9';
-}
-
 bool SignTake(std::string_view &text) noexcept
 {
     const bool negative = text.starts_with('-');
@@ -25,18 +20,11 @@ bool SignTake(std::string_view &text) noexcept
     return negative;
 }
 
-bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> words) noexcept
+// Reads "e-12"; 0 if there is none.
+int64_t ExponentRead(std::string_view text) noexcept
 {
-    return std::ranges::find(words, text) != words.end();
-}
-
-// Reads "e-12"; empty if it is no exponent.
-std::optional<int64_t> ExponentRead(std::string_view text) noexcept
-{
-    text.remove_prefix(1);
+    text.remove_prefix(text.empty() ? 0 : 1);
     const bool negative = SignTake(text);
-    if (text.empty() || !std::ranges::all_of(text, IsDigit))
-        return std::nullopt;
     int64_t exponent = 0;
     for (const char digit : text)
         exponent = std::min(exponent * 10 + (digit - '0'), LargestExponent);
@@ -62,58 +50,43 @@ uint64_t PowerOfTenMod(int64_t exponent, uint64_t modulus) noexcept
 
 } // namespace
 
-std::optional<Number> Number::Read(std::string_view text) noexcept
+Number::Number(std::string_view text) noexcept
 {
-    Number number;
-    if (text.starts_with("0x") || text.starts_with("0o")) {
-        const char *end = text.data() + text.size();
-        uint64_t whole = 0;
-        const auto [last, error] = std::from_chars(text.data() + 2, end, whole, text[1] == 'x' ? 16 : 8);
-        if (last != end || (error != std::errc() && error != std::errc::result_out_of_range) || text.size() == 2)
-            return std::nullopt;
-        number.WholeSet(whole);
-        if (error == std::errc::result_out_of_range) // too large for every bound that could be meant
-            number.form_ = Form::Infinite;
-        return number;
-    }
-    if (IsOneOf(text, {".nan", ".NaN", ".NAN"})) {
-        number.form_ = Form::Nan;
-        return number;
-    }
-    number.negative_ = SignTake(text);
-    if (IsOneOf(text, {".inf", ".Inf", ".INF"})) {
-        number.form_ = Form::Infinite;
-        return number;
-    }
-    return number.DecimalRead(text) ? std::optional(number) : std::nullopt;
+    if (text.starts_with("0x") || text.starts_with("0o"))
+        return BasedSet(text);
+    negative_ = SignTake(text);
+    const char last = text.back(); // of .inf and .nan a letter
+    if ((last >= '0' && last <= '9') || last == '.')
+        DecimalSet(text);
+    else
+        form_ = last == 'f' || last == 'F' ? Form::Infinite : Form::Nan;
 }
 
-// Reads "12", "1.5e3", ".5" and "1.", without a sign.
-bool Number::DecimalRead(std::string_view text) noexcept
+// Of "12", "1.5e3", ".5" and "1.", without a sign.
+void Number::DecimalSet(std::string_view text) noexcept
 {
     const size_t mantissaLength = std::min(text.find_first_of("eE"), text.size());
-    std::string_view mantissa = text.substr(0, mantissaLength);
-    const std::optional<int64_t> exponent =
-        mantissaLength < text.size() ? ExponentRead(text.substr(mantissaLength)) : std::optional<int64_t>(0);
-    const size_t pointPlace = std::min(mantissa.find('.'), mantissa.size());
-    const bool good = std::ranges::all_of(mantissa.substr(0, pointPlace), IsDigit) &&
-                      (pointPlace == mantissa.size() || std::ranges::all_of(mantissa.substr(pointPlace + 1), IsDigit));
-    if (!exponent || !good || !std::ranges::any_of(mantissa, IsDigit))
-        return false;
-
+    const std::string_view mantissa = text.substr(0, mantissaLength);
     const size_t first = mantissa.find_first_not_of("0.");
     if (first == std::string_view::npos) { // zero
         negative_ = false;
-        return true;
+        return;
     }
     digits_ = mantissa.substr(first, mantissa.find_last_not_of("0.") + 1 - first);
+    const size_t pointPlace = std::min(mantissa.find('.'), mantissa.size());
     const auto beforePoint = static_cast<int64_t>(pointPlace) - static_cast<int64_t>(first);
-    point_ = *exponent + (first > pointPlace ? beforePoint + 1 : beforePoint);
-    return true;
+    point_ = ExponentRead(text.substr(mantissaLength)) + (first > pointPlace ? beforePoint + 1 : beforePoint);
 }
 
-void Number::WholeSet(uint64_t whole) noexcept
+// Of "0x1F" and "0o17".
+void Number::BasedSet(std::string_view text) noexcept
 {
+    uint64_t whole = 0;
+    const auto read = std::from_chars(text.data() + 2, text.data() + text.size(), whole, text[1] == 'x' ? 16 : 8);
+    if (read.ec != std::errc()) { // too large for every bound that could be meant
+        form_ = Form::Infinite;
+        return;
+    }
     char *const end = std::to_chars(own_.data(), own_.data() + own_.size(), whole).ptr;
     point_ = whole == 0 ? 0 : end - own_.data();
     const auto *last = end;

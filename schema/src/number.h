@@ -13,8 +13,9 @@ namespace zryaml::schema {
 // A number that looks into the text it was read from. Its value is 0.DIGITS times ten to the power of the point.
 class Number {
 public:
-    // Reads an int or float of the core schema of YAML 1.2; empty for any other text.
-    static std::optional<Number> Read(std::string_view text) noexcept;
+    Number() noexcept = default; // zero
+    // Of an integer or float of the core schema of YAML 1.2, which the text must be.
+    explicit Number(std::string_view text) noexcept;
 
     // True for 3, 3.0 and 30e-1.
     [[nodiscard]] bool IsWhole() const noexcept;
@@ -41,8 +42,8 @@ public:
 private:
     enum class Form : uint8_t { Finite, Infinite, Nan };
 
-    bool DecimalRead(std::string_view text) noexcept;
-    void WholeSet(uint64_t whole) noexcept;
+    void DecimalSet(std::string_view text) noexcept;
+    void BasedSet(std::string_view text) noexcept;
     // From the first digit that is not zero to the last, maybe with the point between; none for zero.
     [[nodiscard]] std::string_view Digits() const noexcept;
     [[nodiscard]] int64_t DigitCount() const noexcept;

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Plain scalars are typed by the core schema of YAML 1.2; quoted ones and block scalars are strings; an explicit tag
-// holds. The hash is a polynomial at a secret point, so that no document can make all its elements collide.
+// The hash is a polynomial at a secret point, so that no document can make all its elements collide.
 #include "value.h"
 
 #include <algorithm>
 #include <random>
+
+#include <zr_yaml_scalar.h>
 
 namespace zryaml::schema {
 
@@ -65,11 +66,6 @@ bool IsTrue(std::string_view text) noexcept
     return text.starts_with('t') || text.starts_with('T');
 }
 
-bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> words) noexcept
-{
-    return std::ranges::find(words, text) != words.end();
-}
-
 bool MapsEqual(const YamlListNode *a, const YamlListNode *b) noexcept
 {
     if (ZRYAML_ChildCountGet(a) != ZRYAML_ChildCountGet(b))
@@ -92,22 +88,19 @@ bool SequencesEqual(const YamlListNode *a, const YamlListNode *b) noexcept
     return ZRYAML_ChildNextGet(b, &other) != YAML_OK;
 }
 
-uint32_t ScalarKind(const YamlListNode *scalar, std::string_view text) noexcept
+uint32_t KindOfTag(uint32_t tag) noexcept
 {
-    const uint32_t tag = ZRYAML_ValueTagGet(scalar);
-    const uint32_t plain = PlainKind(text);
     switch (tag) {
-    case YAML_TAG_STR:
-        return KindString;
     case YAML_TAG_NULL:
-        return text.empty() ? uint32_t{KindNull} : plain;
-    case YAML_TAG_FLOAT:
-        return (plain & KindNumber) != 0 ? uint32_t{KindFloat} : uint32_t{KindString};
-    case YAML_TAG_INT:
+        return KindNull;
     case YAML_TAG_BOOL:
-        return plain;
+        return KindBool;
+    case YAML_TAG_INT:
+        return KindInt;
+    case YAML_TAG_FLOAT:
+        return KindFloat;
     default:
-        return ZRYAML_ValueStyleGet(scalar) <= YAML_STYLE_PLAIN ? plain : uint32_t{KindString}; // none: of no file
+        return KindString;
     }
 }
 
@@ -115,24 +108,14 @@ uint32_t ScalarKind(const YamlListNode *scalar, std::string_view text) noexcept
 
 uint32_t PlainKind(std::string_view text) noexcept
 {
-    if (text.empty() || IsOneOf(text, {"~", "null", "Null", "NULL"}))
-        return KindNull;
-    if (std::string_view("-+.0123456789").find(text.front()) != std::string_view::npos) {
-        if (!Number::Read(text))
-            return KindString;
-        const bool isBased = text.starts_with("0x") || text.starts_with("0o");
-        return isBased || text.find_first_of(".eE") == std::string_view::npos ? KindInt : KindFloat;
-    }
-    return IsOneOf(text, {"true", "True", "TRUE", "false", "False", "FALSE"}) ? KindBool : KindString;
+    return KindOfTag(ZRYAML_PlainTagGet(text.data(), text.size()));
 }
 
 Value ValueOf(const YamlListNode *node) noexcept
 {
     switch (ZRYAML_ValueTypeGet(node)) {
-    case YAML_DATATYPE_SCALAR: {
-        const std::string_view text = TextOf(node);
-        return {node, ScalarKind(node, text), text};
-    }
+    case YAML_DATATYPE_SCALAR:
+        return {node, KindOfTag(ZRYAML_CoreTagGet(node)), TextOf(node)};
     case YAML_DATATYPE_SEQ:
         return {node, KindSequence};
     default:
@@ -148,7 +131,7 @@ Value KeyOf(const YamlChild &child) noexcept
 bool IsEqual(const Value &a, const Value &b) noexcept
 {
     if ((a.kind & KindNumber) != 0 && (b.kind & KindNumber) != 0)
-        return Number::Read(a.text) == Number::Read(b.text);
+        return Number(a.text) == Number(b.text);
     if (a.kind != b.kind)
         return false;
     switch (a.kind) {
@@ -172,7 +155,7 @@ uint64_t HashOf(const Value &value) noexcept
     switch (value.kind) {
     case KindInt:
     case KindFloat:
-        Number::Read(value.text)->EachPart([&](uint64_t part) { hasher.Add(part); });
+        Number(value.text).EachPart([&](uint64_t part) { hasher.Add(part); });
         break;
     case KindBool:
         hasher.Add(IsTrue(value.text) ? 1 : 0);

@@ -2,7 +2,7 @@
 /**
  * @file
  * zr_yaml_scalar.h - what a text is as a value: the one set of rules behind the typed reads of C and C++, binding and
- * the command.
+ * the command, and the types of JSON that schemas go by.
  *
  * A text is a value as a whole or not at all, whatever the locale:
  *
@@ -78,6 +78,31 @@ ZRYAML_API uint32_t ZRYAML_ScalarHint(const YamlScalarType *pstType, uint32_t ui
 /** Writes a value as a text that reads as the same value again. @return As ZRYAML_ScalarExplain. */
 ZRYAML_API uint32_t ZRYAML_ScalarWrite(const YamlScalarType *pstType, const void *pvValue, uint32_t uiBufSize,
                                        char *pcBuf);
+
+/**
+ * Says what type a scalar has by the core schema of YAML 1.2, for tools whose types are those of JSON. A quoted scalar
+ * or a block is a string; one that is plain, or that no file wrote, has the type of its text; a core tag written before
+ * it decides over both, unless the text has no such type.
+ *
+ * @param pstValue  Value.
+ * @return YAML_TAG_STR, _INT, _FLOAT, _BOOL or _NULL; YAML_TAG_NONE for a map, a sequence and NULL.
+ */
+ZRYAML_API uint32_t ZRYAML_CoreTagGet(const YamlListNode *pstValue);
+
+/**
+ * Says what type a plain text has by the core schema of YAML 1.2, which is stricter than the reads of this header:
+ *
+ * null       nothing, ~, null, Null, NULL
+ * boolean    true, True, TRUE, false, False, FALSE
+ * integer    decimal after an optional sign; 0x and 0o without one
+ * float      decimal with a fraction or an exponent, .inf and .nan as above
+ * string     any other text
+ *
+ * @param pcText    Text.
+ * @param ulLength  Its bytes.
+ * @return As ZRYAML_CoreTagGet; YAML_TAG_NONE for NULL.
+ */
+ZRYAML_API uint32_t ZRYAML_PlainTagGet(const char *pcText, size_t ulLength);
 
 #ifdef __cplusplus
 }
