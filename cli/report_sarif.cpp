@@ -10,10 +10,10 @@ namespace zryaml::cli {
 
 namespace {
 
-// A file name as a URI reference: a relative one stays relative.
+// A file name as a URI: a relative one stays relative.
 std::string uri_of(const std::string &file)
 {
-    std::string uri;
+    std::string uri = file.starts_with('/') ? "file://" : "";
     for (const char character : file) {
         char code[4] = {character, '\0'};
         const bool plain = std::string_view("/-._~").find(character) != std::string_view::npos ||

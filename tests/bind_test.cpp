@@ -172,7 +172,8 @@ const BindCase Cases[] = {
      "doc:3:40: note: servers[1]: key 'prt' is called 'port' now\n"
      "doc:3:48: error: servers[1]: 'prt' and 'port' name the same value\n"
      "doc:3:65: error: servers[1].weight: 'heavy' is not an integer\n"
-     "doc:3:65: note: an integer from -5 to 2147483647 is expected\n"},
+     "doc:3:65: note: an integer from -5 to 2147483647 is expected\n"
+     "doc:2:6: note: it is written here\n"},
     {__LINE__, "[1]", "doc:1:1: error: the value is a sequence, not a map\n"},
 };
 

@@ -25,6 +25,16 @@ diff <("$ZRYAML_BUILD/examples/servers_cxx") <(printf 'alpha listens on 8080\nbe
 }
 "$ZRYAML_BUILD/examples/demo" examples/demo.yaml | grep -qx 'a list in a list: 1' || { echo "FAIL: examples/demo"; exit 1; }
 
+# What stands below each command of the shell block is what it prints.
+if [ -x "$ZRYAML_BUILD/cli/zryaml" ]; then
+    PATH=$ZRYAML_BUILD/cli:$PATH
+    shell=$(awk '/^\$ zryaml /{ inside = 1 } /^```/{ inside = 0 } inside' README.md)
+    same <(echo "$shell") <(grep '^\$ ' <<<"$shell" | while read -r call; do
+        echo "$call"
+        eval "${call#* }" 2>&1 || true
+    done) "what these commands print"
+fi
+
 same <(block c docs/binding.md) <(grep -v SPDX examples/bound.c) examples/bound.c
 same <(block cpp docs/binding.md) <(grep -v SPDX examples/bound_cxx.cpp) examples/bound_cxx.cpp
 same <(block yaml docs/binding.md) examples/bound.yaml examples/bound.yaml

@@ -106,6 +106,7 @@ void Findings::Report(YamlProblems **problems, uint32_t code) const
         (void)ZRYAML_OriginGet(place, 0, &origin);
         problem.uiLine = origin.uiLine;
         problem.uiColumn = origin.uiColumn;
+        ZRYAML_ValueWrittenGet(place, &problem.uiFirstLine, &problem.uiFirstColumn);
         problem.uiCode = code != YAML_OK ? code : finding.code;
         problem.pcSource = origin.pcSource;
         problem.pcPath = path.c_str();

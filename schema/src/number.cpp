@@ -52,11 +52,12 @@ uint64_t PowerOfTenMod(int64_t exponent, uint64_t modulus) noexcept
 
 Number::Number(std::string_view text) noexcept
 {
-    if (text.starts_with("0x") || text.starts_with("0o"))
-        return BasedSet(text);
-    negative_ = SignTake(text);
+    const bool isBased = text.starts_with("0x") || text.starts_with("0o");
+    negative_ = !isBased && SignTake(text);
     const char last = text.back(); // of .inf and .nan a letter
-    if ((last >= '0' && last <= '9') || last == '.')
+    if (isBased)
+        BasedSet(text);
+    else if ((last >= '0' && last <= '9') || last == '.')
         DecimalSet(text);
     else
         form_ = last == 'f' || last == 'F' ? Form::Infinite : Form::Nan;

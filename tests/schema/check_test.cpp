@@ -114,11 +114,12 @@ TEST(SchemaCheck, MistakesComeInDocumentOrder)
                                           "- {<<: *base, host: b}\n"
                                           "- {port: 11}\n");
     ASSERT_NE(schema.schema, nullptr) << schema.problems;
-    EXPECT_EQ(Check(schema, ZRYAML_RootGet(document.get())).problems, "1:7 name: must not be empty\n"
-                                                                      "2:1 : unknown key 'base'\n"
-                                                                      "4:8 servers[0].port: must be at most 9\n"
-                                                                      "5:3 servers[1]: key 'host' is missing\n"
-                                                                      "5:10 servers[1].port: must be at most 9\n");
+    EXPECT_EQ(Check(schema, ZRYAML_RootGet(document.get())).problems,
+              "1:7 name: must not be empty\n"
+              "2:1 : unknown key 'base'\n"
+              "4:8 servers[0].port: must be at most 9 from 2:20\n"
+              "5:3 servers[1]: key 'host' is missing\n"
+              "5:10 servers[1].port: must be at most 9\n");
 }
 
 TEST(SchemaCheck, EmptyDocumentIsAnEmptyMap)

@@ -31,14 +31,18 @@ inline DocumentPtr TextLoad(const std::string &text)
     return DocumentPtr(ZRYAML_TextLoad(text.data(), text.size(), "doc.yaml"));
 }
 
-// A list as lines "line:column path: message (hint)", which it frees.
+// A list as lines "line:column path: message (hint) from line:column", which it frees.
 inline std::string Lines(YamlProblems *problems)
 {
     std::string text;
     for (uint32_t index = 0; index < ZRYAML_ProblemCountGet(problems); ++index) {
         const YamlProblem &problem = *ZRYAML_ProblemGet(problems, index);
         text += std::to_string(problem.uiLine) + ":" + std::to_string(problem.uiColumn) + " " + problem.pcPath + ": " +
-                problem.pcMessage + (*problem.pcHint != '\0' ? " (" + std::string(problem.pcHint) + ")" : "") + "\n";
+                problem.pcMessage + (*problem.pcHint != '\0' ? " (" + std::string(problem.pcHint) + ")" : "") +
+                (problem.uiFirstLine == 0
+                     ? ""
+                     : " from " + std::to_string(problem.uiFirstLine) + ":" + std::to_string(problem.uiFirstColumn)) +
+                "\n";
     }
     ZRYAML_ProblemsFree(problems);
     return text;

@@ -360,6 +360,10 @@ ZRYAML_API uint32_t ZRYAML_ValueTagGet(const YamlListNode *pstValue);
 /** Gives the place of a value, 1-based, or 0 and 0 for NULL; see ZRYAML_PositionGet. Neither output may be NULL. */
 ZRYAML_API void ZRYAML_ValuePositionGet(const YamlListNode *pstValue, uint32_t *puiLine, uint32_t *puiColumn);
 
+/** Gives the place where a value that an alias or a merge brought is written, below its anchor; 0 and 0 for a value
+ * that is written where it stands, and for NULL. Neither output may be NULL. */
+ZRYAML_API void ZRYAML_ValueWrittenGet(const YamlListNode *pstValue, uint32_t *puiLine, uint32_t *puiColumn);
+
 /**
  * Writes the key path that finds a value, with escapes (a '%' is not doubled). No path leads below a key that ends with
  * a backslash, or to an element of a sequence under an empty key: the text is then for reading only.

@@ -40,7 +40,8 @@ typedef struct YamlProblem {
     uint32_t uiCode;        /**< YAML_ERR_* */
     uint32_t uiLine;        /**< 1-based; 0 where there is no place */
     uint32_t uiColumn;      /**< in characters, 1-based; 0 where there is no place */
-    uint32_t uiFirstLine;   /**< a second place in the same source: the first of a repeated key, the anchored value */
+    uint32_t uiFirstLine;   /**< a second place in the same source: the first of a repeated key, or where a value that
+                                 an alias or a merge brought is written */
     uint32_t uiFirstColumn; /**< as above; both 0 where there is none */
     const char *pcSource;   /**< file or name of what the place lies in */
     const char *pcPath;     /**< key path of the value, with escapes; "" for the document */

@@ -28,9 +28,27 @@ constexpr uint32_t NODE_SHADOWS = 1U << 23;      // a value that layers put in t
 constexpr uint32_t NODE_EXPANDING = 1U << 24;    // a scalar whose references are being replaced
 constexpr uint32_t NODE_EXPANDED = 1U << 25;     // a scalar whose references have been replaced
 constexpr uint32_t NODE_TAG_MISSPELT = 1U << 26; // the tag of layers is the one that was probably meant
+constexpr uint32_t NODE_COPY = 1U << 27;         // a node that is the begin of a CopiedNode
 // A copy has these of its source.
 constexpr uint32_t NODE_COPIED =
     NODE_STYLE_MASK | NODE_TAG_MASK | NODE_LAYER_MASK | NODE_LAYER_TAG_MASK | NODE_TAG_MISSPELT;
+
+struct NodePlace {
+    uint32_t uiLine, uiColumn;
+};
+
+// What is made for an alias or a merge. Its own place is that of the alias.
+struct CopiedNode {
+    YamlListNode stNode;
+    NodePlace stWritten; // where the file wrote what it is a copy of
+};
+
+[[nodiscard]] inline NodePlace WrittenPlaceOf(const YamlListNode &stNode) noexcept
+{
+    if ((stNode.uiState & NODE_COPY) == 0)
+        return {stNode.uiLine, stNode.uiColumn};
+    return reinterpret_cast<const CopiedNode &>(stNode).stWritten;
+}
 
 [[nodiscard]] constexpr uint32_t StateGet(const YamlListNode &stNode, uint32_t uiMask, uint32_t uiShift) noexcept
 {

@@ -84,24 +84,32 @@ public:
     /// Adds a problem.
     void add(Problem problem) { list_.push_back(std::move(problem)); }
 
-    /// @return All of them, a line each, hints as notes, as ZRYAML_ProblemsPrint prints them.
+    /// @return All of them, a line each, hints and second places as notes, as ZRYAML_ProblemsPrint prints them.
     [[nodiscard]] std::string what() const
     {
         std::string text;
         for (const Problem &problem : list_) {
             text += problem.what() + '\n';
-            if (problem.hint.empty())
-                continue;
-            Problem hint = problem;
-            hint.level = Level::note;
-            hint.path.clear();
-            hint.message = problem.hint;
-            text += hint.what() + '\n';
+            if (!problem.hint.empty())
+                text += note(problem, problem.hint, problem.line, problem.column);
+            if (problem.first_line != 0)
+                text += note(problem, problem.code == YAML_ERR_SAME ? "the first one is here" : "it is written here",
+                             problem.first_line, problem.first_column);
         }
         return text;
     }
 
 private:
+    static std::string note(Problem problem, std::string message, std::uint32_t line, std::uint32_t column)
+    {
+        problem.level = Level::note;
+        problem.path.clear();
+        problem.message = std::move(message);
+        problem.line = line;
+        problem.column = column;
+        return problem.what() + '\n';
+    }
+
     std::vector<Problem> list_;
 };
 

@@ -42,6 +42,7 @@ void zryaml::layers::Tell(Stack &stack, const Spot &spot, const char *format, ..
     problem.uiCode = spot.code;
     problem.uiLine = spot.place != nullptr ? spot.place->uiLine : 0;
     problem.uiColumn = spot.place != nullptr ? spot.place->uiColumn : 0;
+    ZRYAML_ValueWrittenGet(spot.place, &problem.uiFirstLine, &problem.uiFirstColumn);
     problem.pcSource = spot.source;
     problem.pcPath = path;
     problem.pcMessage = message;

@@ -17,15 +17,30 @@ void NodeClear(YamlListNode &node) noexcept
     node = {};
 }
 
-YamlListNode *NodeCreate(YamlHandle &handle) noexcept
+static YamlListNode *RecordCreate(YamlHandle &handle, size_t size) noexcept
 {
-    auto *node = static_cast<YamlListNode *>(StoreTake(handle, sizeof(YamlListNode)));
+    auto *node = static_cast<YamlListNode *>(StoreTake(handle, size));
     if (node == nullptr) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Allocate memory for list node failed.");
         return nullptr;
     }
     NodeEnter(handle, *node);
-    MemoryCount(handle, sizeof(YamlListNode));
+    MemoryCount(handle, sizeof(YamlListNode)); // a copy counts as any other node
+    return node;
+}
+
+YamlListNode *NodeCreate(YamlHandle &handle) noexcept
+{
+    return RecordCreate(handle, sizeof(YamlListNode));
+}
+
+YamlListNode *CopyCreate(YamlHandle &handle, const YamlListNode &source) noexcept
+{
+    YamlListNode *node = RecordCreate(handle, sizeof(CopiedNode));
+    if (node == nullptr)
+        return nullptr;
+    reinterpret_cast<CopiedNode *>(node)->stWritten = WrittenPlaceOf(source);
+    node->uiState |= NODE_COPY;
     return node;
 }
 

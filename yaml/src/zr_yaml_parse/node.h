@@ -63,6 +63,8 @@ inline void NodeEnter(YamlHandle &handle, YamlListNode &node) noexcept
 
 // A node in no place of the tree yet. NULL if out of memory (logged).
 [[nodiscard]] YamlListNode *NodeCreate(YamlHandle &handle) noexcept;
+// One that knows where its source is written; nothing else of it is copied.
+[[nodiscard]] YamlListNode *CopyCreate(YamlHandle &handle, const YamlListNode &source) noexcept;
 // Takes a node out of all its lists and releases it; its children stay with the document. An index of the keys that it
 // stands among is the caller's concern.
 void NodeFree(YamlListNode &node) noexcept;

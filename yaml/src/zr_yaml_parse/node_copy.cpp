@@ -43,7 +43,7 @@ YamlListNode *NodeCopy(YamlHandle &handle, const YamlListNode &source) noexcept
     const std::string_view text = hasText ? source.pcValue : "";
     if (CopyCharge(handle, hasText ? text.size() + 1 : 0) != YAML_OK)
         return nullptr;
-    YamlListNode *copy = NodeCreate(handle);
+    YamlListNode *copy = CopyCreate(handle, source);
     if (copy == nullptr) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to allocate memory to dup node.");
         return nullptr;

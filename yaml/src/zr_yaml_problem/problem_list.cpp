@@ -168,6 +168,7 @@ __attribute__((format(printf, 3, 0))) uint32_t FindingAdd(YamlProblems &list, co
     problem->uiLevel = finding.level;
     problem->uiCode = finding.code;
     ZRYAML_ValuePositionGet(place, &problem->uiLine, &problem->uiColumn);
+    ZRYAML_ValueWrittenGet(place, &problem->uiFirstLine, &problem->uiFirstColumn);
     problem->pcSource = block.Copy(source);
     problem->pcPath = block.Path(finding.value);
     problem->pcMessage = length < 0 ? block.Copy("") : block.Format(format, arguments);

@@ -57,6 +57,15 @@ void ZRYAML_ValuePositionGet(const YamlListNode *pstValue, uint32_t *puiLine, ui
     *puiColumn = pstValue != nullptr ? pstValue->uiColumn : 0;
 }
 
+void ZRYAML_ValueWrittenGet(const YamlListNode *pstValue, uint32_t *puiLine, uint32_t *puiColumn)
+{
+    const bool hasPlace = pstValue != nullptr && pstValue->uiLine != 0; // an assignment's value has none
+    const NodePlace written = hasPlace ? WrittenPlaceOf(*pstValue) : NodePlace{};
+    const bool isElsewhere = hasPlace && (written.uiLine != pstValue->uiLine || written.uiColumn != pstValue->uiColumn);
+    *puiLine = isElsewhere ? written.uiLine : 0;
+    *puiColumn = isElsewhere ? written.uiColumn : 0;
+}
+
 uint32_t ZRYAML_ChildCountGet(const YamlListNode *pstValue)
 {
     uint32_t uiCount = 0;
