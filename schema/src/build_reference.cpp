@@ -7,6 +7,7 @@
 #include "uri.h"
 
 #include <cstdlib>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace zryaml::schema {
@@ -24,6 +25,13 @@ std::string Unescaped(std::string_view token)
         at += isEscape ? 1 : 0;
     }
     return name;
+}
+
+// A file that can be read; no pipe, on which a load would wait for ever.
+bool IsFile(const char *path) noexcept
+{
+    struct stat status = {};
+    return stat(path, &status) == 0 && S_ISREG(status.st_mode) && access(path, R_OK) == 0;
 }
 
 } // namespace
@@ -85,7 +93,7 @@ const YamlListNode *Build::FileFind(const YamlListNode *reference, const std::st
         const std::optional<std::string> relative = PercentDecoded(std::string_view(uri).substr(prefix.size()));
         const std::unique_ptr<char, decltype(&std::free)> real(
             relative && !relative->empty() ? realpath((folder_ + *relative).c_str(), nullptr) : nullptr, std::free);
-        if (real == nullptr || access(real.get(), R_OK) != 0) {
+        if (real == nullptr || !IsFile(real.get())) {
             Fault(reference, "refers to " + shown + ", which is not there");
             return nullptr;
         }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include "schema_support.h"
 #include "support/short_memory.h"
 
@@ -88,6 +90,7 @@ TEST(SchemaRefusal, FilesBelowTheFolderOnly)
     std::ofstream(folder.path / "sub dir/port.yaml")
         << "{type: integer, maximum: 9, not: {$ref: '../zero.json#/zero'}}";
     std::ofstream(folder.path / "zero.json") << "{\"zero\": {\"const\": 0}}";
+    EXPECT_EQ(mkfifo((folder.path / "pipe.json").c_str(), 0600), 0); // nobody writes into it
     const std::string main = folder.path / "main.json";
     const struct {
         std::string reference, problem;
@@ -97,6 +100,7 @@ TEST(SchemaRefusal, FilesBelowTheFolderOnly)
         {"../" + outside.path.filename().string() + "/secret.json", ", which is not below the schema's own folder\n"},
         {(outside.path / "secret.json").string(), ", which is not below the schema's own folder\n"},
         {"none.json", ", which is not there\n"},
+        {"pipe.json", ", which is not there\n"},
     };
     for (const auto &row : rows) {
         std::ofstream(main) << "{\"items\": {\"$ref\": \"" << row.reference << "\"}}";
