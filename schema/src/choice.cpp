@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_set>
 
 namespace zryaml::schema {
 
@@ -15,20 +16,24 @@ using Branches = std::vector<const Schema *>;
 constexpr int DeepestLook = 8; // through allOf
 
 // The kinds that a schema lets pass, as far as that is plain to see.
-uint32_t KindsOf(const Schema &branch, int depth = 0)
+uint32_t KindsOf(Run &run, const Schema &branch, int depth = 0)
 {
+    if (!run.CanAfford(1))
+        return KindAny;
     const Schema &schema = branch.Resolved();
     uint32_t kinds = schema.never ? 0 : schema.types;
     if (const Rule *parts = schema.Find(AllOfCheck); parts != nullptr && depth < DeepestLook) {
         for (const Schema *part : parts->schemas)
-            kinds &= KindsOf(*part, depth + 1);
+            kinds &= KindsOf(run, *part, depth + 1);
     }
     return kinds;
 }
 
 // The constants that a branch allows for a key; null if it names none.
-const Rule *ConstantsOf(const Schema &branch, std::string_view key, int depth = 0)
+const Rule *ConstantsOf(Run &run, const Schema &branch, std::string_view key, int depth = 0)
 {
+    if (!run.CanAfford(1))
+        return nullptr;
     const Schema &schema = branch.Resolved();
     if (const Rule *members = schema.Find(MembersCheck)) {
         const Named *named = NamedFind(members->named, key);
@@ -38,7 +43,7 @@ const Rule *ConstantsOf(const Schema &branch, std::string_view key, int depth = 
     }
     const Rule *parts = depth < DeepestLook ? schema.Find(AllOfCheck) : nullptr;
     for (size_t at = 0; parts != nullptr && at < parts->schemas.size(); ++at) {
-        if (const Rule *constants = ConstantsOf(*parts->schemas[at], key, depth + 1))
+        if (const Rule *constants = ConstantsOf(run, *parts->schemas[at], key, depth + 1))
             return constants;
     }
     return nullptr;
@@ -50,7 +55,7 @@ public:
     void Add(const Rule &constants)
     {
         for (const Value &value : constants.values) {
-            if (std::ranges::none_of(values_, [&](const Value &other) { return IsEqual(value, other); }))
+            if (known_.insert(HashOf(value)).second)
                 values_.push_back(value);
         }
     }
@@ -58,6 +63,7 @@ public:
 
 private:
     std::vector<Value> values_;
+    std::unordered_set<uint64_t> known_;
 };
 
 // What one key says about the branches: whether all of them name constants for it, and which of those allow its value.
@@ -66,16 +72,16 @@ struct Split {
     Union allowed;
 };
 
-std::optional<Split> SplitBy(const YamlChild &child, const Branches &branches)
+std::optional<Split> SplitBy(Run &run, const YamlChild &child, const Branches &branches)
 {
     Split split;
     const Value value = ValueOf(child.pstValue);
     for (const Schema *branch : branches) {
-        const Rule *constants = ConstantsOf(*branch, child.pcKey);
-        if (constants == nullptr)
+        const Rule *constants = ConstantsOf(run, *branch, child.pcKey);
+        if (constants == nullptr || !run.CanAfford(constants->values.size()))
             return std::nullopt;
         split.allowed.Add(*constants);
-        if (IsConstant(*constants, value))
+        if (IsConstant(run, *constants, value))
             split.chosen.push_back(branch);
     }
     return split;
@@ -99,7 +105,7 @@ bool ConstantsFault(Run &run, const Branches &branches, const Value &value)
     Union allowed;
     for (const Schema *branch : branches) {
         const Rule *constants = branch->Resolved().Find(ConstantsCheck);
-        if (constants == nullptr)
+        if (constants == nullptr || !run.CanAfford(constants->values.size()))
             return FewestFault(run, branches, value);
         allowed.Add(*constants);
     }
@@ -117,7 +123,7 @@ bool ChoiceFault(Run &run, const std::vector<const Schema *> &branches, const Va
     Branches left;
     uint32_t kinds = 0;
     for (const Schema *branch : branches) {
-        const uint32_t allowed = KindsOf(*branch);
+        const uint32_t allowed = KindsOf(run, *branch);
         kinds |= allowed;
         const bool isMeant = (allowed & value.kind) != 0 || (value.kind == KindFloat && (allowed & KindInt) != 0);
         if (isMeant)
@@ -127,7 +133,7 @@ bool ChoiceFault(Run &run, const std::vector<const Schema *> &branches, const Va
         return TypeFault(run, value, kinds);
     if (value.kind == KindMap) {
         for (const YamlChild &child : Children(value.node)) {
-            const std::optional<Split> split = SplitBy(child, left);
+            const std::optional<Split> split = SplitBy(run, child, left);
             if (!split || split->chosen.size() == left.size())
                 continue;
             if (split->chosen.empty())

@@ -75,7 +75,10 @@ bool ConstantsCheck(Run &run, const Rule &rule, const Value &value);
 bool MembersCheck(Run &run, const Rule &rule, const Value &value);
 bool AllOfCheck(Run &run, const Rule &rule, const Value &value);
 // Whether a value is one of a rule's constants.
-bool IsConstant(const Rule &rule, const Value &value);
+bool IsConstant(Run &run, const Rule &rule, const Value &value);
+// How many children a map or sequence has, and the hash of a value: walks that the run pays for.
+uint64_t CountPaid(Run &run, const Value &value);
+uint64_t HashPaid(Run &run, const Value &value);
 // What holds for a key by its name; null if nothing.
 const Named *NamedFind(const std::vector<Named> &named, std::string_view key) noexcept;
 // Says that a value is none of some constants, and which one was probably meant. Always false.

@@ -20,18 +20,19 @@ bool SizeFault(Run &run, const Rule &rule, const Value &value, const char *what)
 
 bool MaxPropertiesCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return ZRYAML_ChildCountGet(value.node) <= rule.count || SizeFault(run, rule, value, "at most");
+    return CountPaid(run, value) <= rule.count || SizeFault(run, rule, value, "at most");
 }
 
 bool MinPropertiesCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return ZRYAML_ChildCountGet(value.node) >= rule.count || SizeFault(run, rule, value, "at least");
+    return CountPaid(run, value) >= rule.count || SizeFault(run, rule, value, "at least");
 }
 
 // One pass over the keys of the map, as both may be many.
 bool RequiredCheck(Run &run, const Rule &rule, const Value &value)
 {
     size_t there = 0;
+    (void)CountPaid(run, value);
     for (const YamlChild &child : Children(value.node))
         there += NamedFind(rule.named, child.pcKey) != nullptr ? 1U : 0U;
     if (there == rule.named.size() || run.IsQuiet())

@@ -34,7 +34,7 @@ bool UnknownFault(Run &run, const Rule &rule, const YamlChild &child, const Yaml
     if (run.IsQuiet())
         return false;
     Finding finding = {KeyOf(child), YAML_ERR_UNKNOWN_KEY, "unknown key " + Quoted(child.pcKey)};
-    if (const char *guess = run.WantsHints() ? KeyGuess(rule, child, map) : nullptr) {
+    if (const char *guess = run.WantsHint(rule.named.size()) ? KeyGuess(rule, child, map) : nullptr) {
         finding.hint = "did you mean " + Quoted(guess) + "?";
         finding.key = guess;
     }
@@ -77,6 +77,7 @@ const Named *NamedFind(const std::vector<Named> &named, std::string_view key) no
 bool MembersCheck(Run &run, const Rule &rule, const Value &value)
 {
     bool fits = true;
+    (void)CountPaid(run, value);
     for (const YamlChild &child : Children(value.node)) {
         fits = MemberCheck(run, rule, child, value.node) && fits;
         if (!fits && (run.IsQuiet() || run.HasGivenUp()))

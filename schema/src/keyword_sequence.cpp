@@ -20,12 +20,12 @@ bool SizeFault(Run &run, const Value &value, const char *what, uint64_t count)
 
 bool MaxItemsCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return ZRYAML_ChildCountGet(value.node) <= rule.count || SizeFault(run, value, "at most", rule.count);
+    return CountPaid(run, value) <= rule.count || SizeFault(run, value, "at most", rule.count);
 }
 
 bool MinItemsCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return ZRYAML_ChildCountGet(value.node) >= rule.count || SizeFault(run, value, "at least", rule.count);
+    return CountPaid(run, value) >= rule.count || SizeFault(run, value, "at least", rule.count);
 }
 
 struct Element {
@@ -39,7 +39,8 @@ bool UniqueItemsCheck(Run &run, const Rule &, const Value &value)
 {
     std::vector<Element> elements;
     for (const YamlChild &child : Children(value.node))
-        elements.push_back({HashOf(ValueOf(child.pstValue)), child.uiIndex, child.pstValue});
+        elements.push_back({HashPaid(run, ValueOf(child.pstValue)), child.uiIndex, child.pstValue});
+    run.Pay(elements.size());
     std::ranges::stable_sort(elements, {}, &Element::hash);
     bool unique = true;
     const Element *first = nullptr;

@@ -91,9 +91,23 @@ bool TypeFault(Run &run, const Value &value, uint32_t types)
     return run.Fault({value, YAML_ERR_VALUE, std::move(message), std::move(hint)});
 }
 
-bool IsConstant(const Rule &rule, const Value &value)
+uint64_t CountPaid(Run &run, const Value &value)
 {
-    const uint64_t hash = HashOf(value);
+    const uint64_t count = ZRYAML_ChildCountGet(value.node);
+    run.Pay(count);
+    return count;
+}
+
+uint64_t HashPaid(Run &run, const Value &value)
+{
+    if ((value.kind & (KindMap | KindSequence)) != 0)
+        run.Pay(SizeOf(value.node));
+    return HashOf(value);
+}
+
+bool IsConstant(Run &run, const Rule &rule, const Value &value)
+{
+    const uint64_t hash = HashPaid(run, value);
     for (auto at = std::ranges::lower_bound(rule.constants, hash, {}, &Constant::hash);
          at != rule.constants.end() && at->hash == hash; ++at) {
         if (IsEqual(at->value, value))
@@ -110,7 +124,7 @@ bool ConstantFault(Run &run, const Value &value, const std::vector<Value> &value
     if (values.empty())
         return run.Fault({value, YAML_ERR_VALUE, subject + "is not allowed: the schema names no value"});
     std::string hint;
-    if ((value.kind & (KindMap | KindSequence)) == 0 && run.WantsHints()) {
+    if ((value.kind & (KindMap | KindSequence)) == 0 && run.WantsHint(values.size())) {
         std::vector<const char *> names;
         for (const Value &allowed : values) {
             if (!allowed.text.empty())
@@ -130,7 +144,7 @@ bool ConstantFault(Run &run, const Value &value, const std::vector<Value> &value
 
 bool ConstantsCheck(Run &run, const Rule &rule, const Value &value)
 {
-    return IsConstant(rule, value) || ConstantFault(run, value, rule.values);
+    return IsConstant(run, rule, value) || ConstantFault(run, value, rule.values);
 }
 
 void TypeCompile(Build &, Schema &schema, const YamlListNode *value)

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Each visit of a schema costs a step, and so does each item that a pattern tries. A document may cost so many steps,
+// Each visit of a schema costs a step, and so do sixteen values that a rule walks over and each item that a pattern
+// tries. A document may cost so many steps,
 // and more the more values it holds; so a schema that multiplies its own work is stopped, and a large document is not.
+// What only makes sentences better has steps of its own; where they run out, sentences are plainer.
 #include "run.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <utility>
@@ -12,6 +15,8 @@ namespace zryaml::schema {
 namespace {
 
 constexpr uint64_t StepsPerValue = 200;
+constexpr uint64_t ValuesPerStep = 16; // that a rule walks over
+constexpr uint64_t StepsPerFault = 10; // to say it, also in a branch that is not chosen
 // Schemas that are being checked, one within the other: by the document's depth, or by schemas that lead to others.
 constexpr uint32_t DeepestCheck = 3000;
 
@@ -42,6 +47,24 @@ bool Run::StepTake()
         return GiveUp(ValueOf(top_), "the check was given up: the schema makes it too costly");
     --stepsLeft_;
     return true;
+}
+
+void Run::Pay(uint64_t values)
+{
+    Spend(values / ValuesPerStep);
+}
+
+void Run::Spend(uint64_t steps)
+{
+    (void)HasSteps(steps);
+    stepsLeft_ -= std::min(steps, stepsLeft_);
+}
+
+bool Run::CanAfford(uint64_t work)
+{
+    const bool can = work <= comfortLeft_;
+    comfortLeft_ -= can ? work : 0;
+    return can;
 }
 
 bool Run::GiveUp(const Value &value, const char *why)
@@ -129,8 +152,10 @@ bool Run::Fault(const Value &value, uint32_t code, const char *format, ...)
 
 bool Run::Fault(Finding finding)
 {
-    if (!IsQuiet() && !gaveUp_)
-        findings_->Add(std::move(finding));
+    if (IsQuiet() || gaveUp_)
+        return false;
+    Spend(StepsPerFault);
+    findings_->Add(std::move(finding));
     return false;
 }
 

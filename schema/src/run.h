@@ -33,8 +33,12 @@ public:
     bool Fault(Finding finding);
     void Append(Findings &&findings);
     [[nodiscard]] bool IsQuiet() const noexcept { return findings_ == nullptr; }
-    // Whether hints are still of use.
-    [[nodiscard]] bool WantsHints() const noexcept { return findings_ != nullptr && !findings_->IsLong(); }
+    // Pays for values that a rule has walked over; the next visit finds out if nothing is left.
+    void Pay(uint64_t values);
+    // Whether there is enough left for work that only makes sentences better, such as comparing so many names.
+    bool CanAfford(uint64_t work);
+    // Whether so many names may be compared for a hint, and hints are still of use.
+    bool WantsHint(size_t names) { return !IsQuiet() && !findings_->IsLong() && CanAfford(names * StepsPerName); }
     [[nodiscard]] bool HasGivenUp() const noexcept { return gaveUp_; }
 
     // Checks the whole value. @return All that was found, in order.
@@ -43,6 +47,7 @@ public:
 private:
     bool HasSteps(uint64_t steps);
     bool StepTake();
+    void Spend(uint64_t steps);
     bool GiveUp(const Value &value, const char *why);
     bool RulesFit(const Schema &schema, const Value &value);
 
@@ -50,7 +55,10 @@ private:
     Findings *findings_ = nullptr; // null while the run is quiet
     Findings trouble_;             // what must not get lost in a trial
     std::optional<MatchRoom> room_;
+    static constexpr uint64_t StepsPerName = 5;
+
     uint64_t stepsLeft_ = 1'000'000;
+    uint64_t comfortLeft_ = 1'000'000;
     bool isExtended_ = false; // more steps have been given for a large document
     bool gaveUp_ = false;
     uint32_t depth_ = 0;

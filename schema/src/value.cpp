@@ -148,6 +148,14 @@ bool IsEqual(const Value &a, const Value &b) noexcept
     }
 }
 
+uint64_t SizeOf(const YamlListNode *node) noexcept
+{
+    uint64_t size = 1;
+    for (const YamlChild &child : Children(node))
+        size += SizeOf(child.pstValue);
+    return size;
+}
+
 uint64_t HashOf(const Value &value) noexcept
 {
     Hasher hasher;

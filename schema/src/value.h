@@ -41,6 +41,9 @@ uint32_t PlainKind(std::string_view text) noexcept;
 // Numbers are equal by value, maps whatever the order of their keys.
 bool IsEqual(const Value &a, const Value &b) noexcept;
 
+// How many values there are in a value, itself included.
+uint64_t SizeOf(const YamlListNode *node) noexcept;
+
 // A hash that equal values share and that nobody can aim at.
 uint64_t HashOf(const Value &value) noexcept;
 

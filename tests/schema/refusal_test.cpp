@@ -131,6 +131,10 @@ TEST(SchemaRefusal, HostileOnesEndSoon)
          "definitions: {t: {items: " + Repeated("{allOf: [", 50) + "{$ref: '#/definitions/t'}" + Repeated("]}", 50) +
              "}}\n$ref: '#/definitions/t'\n",
          deep, "the check was given up here: schema and document lead too deep\n"},
+        {__LINE__,
+         "items: {anyOf: [{type: 'null'}, {$ref: '#/definitions/d0'}]}\n" +
+             Chain(9, "type: integer, allOf", 60).substr(sizeof("$ref: '#/definitions/d0'")),
+         "[x]", "must be an integer or null, is the string 'x'\n"},
         {__LINE__, "{items: {pattern: '^(a|b)*$'}}", "[" + Repeated("ab", 25000) + "]", ""},
         {__LINE__, "{items: {pattern: '^(a+)+[bc]$'}}", "[" + Repeated("a", 40) + "]",
          "cannot be checked: the pattern '^(a+)+[bc]$' takes too long\n"},
