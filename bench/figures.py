@@ -55,6 +55,12 @@ def nanoseconds(name):
     return lambda run: run[name]["real_time"]
 
 
+def second_thread(run):
+    """The time that two threads take for a piece of work, against the time of one."""
+    work = "watch/acquire, ten values, release/real_time/threads:%u"
+    return run[work % 1]["items_per_second"] / run[work % 2]["items_per_second"]
+
+
 WANTED = [  # what, at most, how a run gives it
     ("load, against the event loop: geometric mean", 1.05,
      lambda run: math.exp(statistics.fmean(map(math.log, ratios(run, "load/", "/event loop"))))),
@@ -74,6 +80,13 @@ WANTED = [  # what, at most, how a run gives it
      lambda run: max(ratios(run, "layers/", "/loading the three"))),
     ("a lookup in a layered document, against a plain one", 1.05, ratio("layers/a lookup of a key/plain document")),
     ("memory of a node over what is allowed: bytes, worst document", 0, memory_over),
+    ("loading and reading 10,000 records in C, against loading", 1.25, ratio("bind/load and read 10,000 records in C/load")),
+    ("reading 10,000 records in C++, against loading", 0.25, ratio("bind/read 10,000 records in C++/load")),
+    ("checking 1 MB against 100 definitions, against loading", 1, ratio("schema/check of 1 MB, 100 definitions/loading it")),
+    ("acquire and release: ns", 50, nanoseconds("watch/acquire and release")),
+    ("acquire, ten values, release: two threads against one", 1 / 1.5, second_thread),
+    ("from a rename to the new document, beside 10 ms to settle: ms", 1,
+     lambda run: run["watch/rename to new document"]["real_time"] / 1e6 - 10),
 ]
 
 
@@ -84,7 +97,7 @@ def run_read(path):
     repetitions = {}
     for row in sorted(whole["benchmarks"], key=lambda row: row["family_index"]):
         if row["run_type"] == "iteration":
-            name = re.sub(r"/iterations:1.*", "", row["name"])
+            name = re.sub(r"/iterations:.*", "", row["name"])
             repetitions.setdefault(name, []).append({k: v for k, v in row.items() if isinstance(v, (int, float))})
     return whole, {name: {key: statistics.median(row[key] for row in rows) for key in rows[0]}
                    for name, rows in repetitions.items()}
@@ -138,6 +151,11 @@ def pair_table(suite, rows, runs):
     return table(f"{suite.capitalize()}: time as a ratio to a peer's", ["what", "library"] + peers, cells)
 
 
+def time_table(suite, names, runs):
+    return table(suite.capitalize(), ["what", "time"],
+                 [[name.split("/", 1)[1], spread([run[name]["real_time"] for run in runs], duration)] for name in names])
+
+
 def counter_table(suite, names, runs):
     standard = {"family_index", "per_family_instance_index", "repetitions", "repetition_index", "threads", "iterations",
                 "real_time", "cpu_time"}
@@ -155,6 +173,8 @@ def suite_tables(runs):
         if "ratio" in runs[0][names[0]]:
             # what is done may itself have slashes, as the path of a file does
             yield pair_table(suite, [tuple(name.split("/", 1)[1].rsplit("/", 1)) for name in names], runs)
+        elif suite == "watch":
+            yield time_table(suite, names, runs)
         else:
             yield counter_table(suite, names, runs)
 

@@ -103,8 +103,7 @@ const Suite added([](const Setting &setting) {
             ->UseRealTime();
     benchmark::RegisterBenchmark("watch/rename to new document", RenameMeasure, Open("rename"))
         ->Iterations(Renames)
-        ->UseManualTime()
-        ->Unit(benchmark::kMillisecond);
+        ->UseManualTime();
 });
 
 } // namespace
