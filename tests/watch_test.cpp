@@ -232,7 +232,7 @@ uint32_t CheckRun(YamlHandle *pstHandle, void *, YamlProblems *pstProblems)
         (void)ZRYAML_ProblemAdd(pstProblems, YAML_PROBLEM_NOTE, nullptr, "good");
     if (text == "bound")
         return ZRYAML_RecordCheck(pstHandle, &BoundRecord, pstProblems);
-    return text == "none" ? YAML_ERR_RANGE : YAML_OK;
+    return text == "none" ? YAML_ERR_RANGE : text == "one" ? YAML_WATCH_CHANGED : YAML_OK;
 }
 
 TEST_F(Watch, AsksTheProgramAndRefusesWrongReleases)
@@ -242,6 +242,7 @@ TEST_F(Watch, AsksTheProgramAndRefusesWrongReleases)
         {"odd", "conf.yaml:1:4: a: must be even"},
         {"none", "conf.yaml: the program's check refuses the document"},
         {"bound", "conf.yaml:1:1: unknown key 'a'"},
+        {"one", "conf.yaml: the program's check refuses the document"},
         {"even", "\n-: good~a=even"},
     };
     YamlHandle *pstHeld = ZRYAML_WatchAcquire(watch);

@@ -119,7 +119,7 @@ void zryaml::ErrorForget() noexcept
     else if (t_stError.pstTexts != nullptr)
         TextsEmpty(*t_stError.pstTexts);
     t_stError.stInfo = {};
-    t_stError.bSet = t_stError.bLent = false;
+    t_stError.bSet = t_stError.bLent = t_stError.bRefused = false;
 }
 
 zryaml::ErrorKeeper::~ErrorKeeper()
@@ -179,6 +179,7 @@ uint32_t zryaml::Refuse(uint32_t uiCode, const char *pcHintFormat, ...) noexcept
     va_start(stArgs, pcHintFormat);
     HintSet(pcHintFormat, stArgs);
     va_end(stArgs);
+    t_stError.bRefused = t_stError.bSet && !t_stError.bLent;
     return uiCode;
 }
 

@@ -19,6 +19,7 @@ struct ErrorRecord {
     ErrorTexts *pstTexts; // NULL before the first failure
     bool bSet;            // the thread has a failure
     bool bLent;           // it belongs to a call whose record is being logged
+    bool bRefused;        // it is the caller's limit, not the system, that says no
 };
 
 // So small that it lies in the memory that a thread has from its start, also where the library is opened at run time.
@@ -44,9 +45,15 @@ void ErrorNote(uint32_t uiCode, const char *pcFormat, ...) noexcept __attribute_
 // hint take the place of the table's.
 void ErrorSentence(const char *pcFormat, ...) noexcept __attribute__((format(printf, 1, 2)));
 void ErrorHintAdd(const char *pcFormat, ...) noexcept __attribute__((format(printf, 1, 2)));
-// Adds a hint to a failure and is its code: return Refuse(YAML_FAIL(...), "a file may have %u ...", uiLimit);
+// Adds a hint to a failure of the document and is its code: return Refuse(YAML_FAIL(...), "a file may have %u ...",
+// uiLimit);
 [[nodiscard]] uint32_t Refuse(uint32_t uiCode, const char *pcHintFormat, ...) noexcept
     __attribute__((format(printf, 2, 3)));
+// Whether the failure is one of memory that ran out, and not of a limit, which has the same code.
+[[nodiscard]] inline bool ErrorIsShortMemory() noexcept
+{
+    return t_stError.bSet && t_stError.stInfo.uiCode == YAML_ERR_NOMEM && !t_stError.bRefused;
+}
 void ErrorPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept;
 void ErrorFirstPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept;
 void ErrorFileAdd(const char *pcFile) noexcept;

@@ -55,7 +55,7 @@ void zryaml::layers::Tell(Stack &stack, const Spot &spot, const char *format, ..
 void zryaml::layers::LoadFailureAdd(Stack &stack, const char *source, const char *hint) noexcept
 {
     const YamlErrorInfo &error = *ZRYAML_LastErrorGet();
-    if (error.uiCode == YAML_ERR_NOMEM && error.uiLine == 0)
+    if (ErrorIsShortMemory())
         return Starve(stack);
     const bool hinted = error.pcHint[0] != '\0';
     ProblemAdd(stack, {YAML_PROBLEM_ERROR, error.uiCode, error.uiLine, error.uiColumn, error.uiFirstLine,

@@ -20,7 +20,7 @@ extern ZR_LogModule YamlLogModule;
 // Adds a problem about a source, with its record in the log, and is its code (watch_problem.cpp).
 uint32_t Tell(YamlProblems **problems, uint32_t code, const char *source, const char *format, ...) noexcept
     __attribute__((format(printf, 4, 5)));
-// As above, for a call of the system that failed with errno; it will be tried again.
+// As above, for a call of the system that failed with errno.
 uint32_t TellSystem(YamlProblems **problems, uint32_t code, const char *source, const char *failed) noexcept;
 
 // What a caller gave, copied (settings.cpp).

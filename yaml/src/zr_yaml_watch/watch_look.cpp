@@ -89,7 +89,8 @@ uint32_t CheckRun(const YamlWatchOptions &options, YamlHandle &document, YamlPro
     *problems = ProblemsTrim(found);
     if (code == YAML_OK && !told)
         return YAML_OK;
-    code = code != YAML_OK ? code : YAML_ERR_VALUE;
+    if (code == YAML_OK || code == YAML_WATCH_CHANGED) // which a poll must not give for a refusal
+        code = YAML_ERR_VALUE;
     if (!told)
         return Tell(problems, code, ZRYAML_NameGet(&document), "the program's check refuses the document");
     return YAML_FAIL(code, "The program's check refuses the document. (Name=%s)", ZRYAML_NameGet(&document));
@@ -122,7 +123,14 @@ uint32_t Publish(YamlWatch &watch, YamlHandle &document, SourceCopies &sources) 
     WatchRelease(watch.previous);
     watch.previous = watch.holders.Replace(&document);
     watch.taken.Take(sources);
+    watch.failures = 0;
     return YAML_WATCH_CHANGED;
+}
+
+// Whether memory ran out, which has no place, and not a limit that the document exceeds.
+bool IsShortOfMemory(uint32_t code) noexcept
+{
+    return code == YAML_ERR_NOMEM && ZRYAML_LastErrorGet()->uiLine == 0;
 }
 
 // A failure of the system is tried again, after a time that doubles with each. Any other stays until the bytes change.
@@ -130,6 +138,7 @@ uint32_t Failed(YamlWatch &watch, uint32_t code, SourceCopies &sources, bool aga
 {
     constexpr uint32_t DoublesMax = 6;
     if (!again) {
+        watch.failures = 0;
         watch.tried.Take(sources);
         return code;
     }
@@ -162,14 +171,13 @@ uint32_t SourcesTake(YamlWatch &watch, SourceCopies &sources, uint64_t now, Yaml
     if (!first && (IsHalfWritten(watch, sources, now) || (watch.tried.Count() != 0 && sources.Same(watch.tried))))
         return YAML_OK;
     watch.tried.Release();
-    watch.failures = 0;
     if (!first && sources.Same(watch.taken))
         return YAML_OK;
     YamlHandle *document = nullptr;
     const uint32_t code = DocumentMake(watch.settings, sources, document, problems);
     if (document != nullptr)
         return Publish(watch, *document, sources);
-    return Failed(watch, code, sources, code == YAML_ERR_NOMEM, now);
+    return Failed(watch, code, sources, IsShortOfMemory(code), now);
 }
 
 } // namespace

@@ -14,18 +14,16 @@ ZR_LogModule zryaml::watch::YamlLogModule = {"YAML", 0x1900U};
 
 namespace {
 
-uint32_t ProblemTell(YamlProblems **problems, uint32_t code, const char *source, const char *message,
-                     const char *hint) noexcept
+uint32_t ProblemTell(YamlProblems **problems, uint32_t code, const char *source, const char *message) noexcept
 {
     YAML_LOG(YAML_LOG_ERROR, code, "%s%s%s", source, source[0] != '\0' ? ": " : "", message);
     ErrorSentence("%s", message);
-    ErrorHintAdd("%s", hint);
     ErrorFileAdd(source);
     YamlProblem problem = {};
     problem.uiCode = code;
     problem.pcSource = source;
     problem.pcMessage = message;
-    problem.pcHint = hint;
+    problem.pcHint = "";
     (void)ZRYAML_ProblemReport(problems, &problem);
     return code;
 }
@@ -40,7 +38,7 @@ uint32_t zryaml::watch::Tell(YamlProblems **problems, uint32_t code, const char 
     va_start(arguments, format);
     (void)vsnprintf(message, sizeof(message), format, arguments);
     va_end(arguments);
-    return ProblemTell(problems, code, source, message, "");
+    return ProblemTell(problems, code, source, message);
 }
 
 uint32_t zryaml::watch::TellSystem(YamlProblems **problems, uint32_t code, const char *source,
@@ -49,5 +47,5 @@ uint32_t zryaml::watch::TellSystem(YamlProblems **problems, uint32_t code, const
     char message[256];
     const char *reason = strerrordesc_np(errno);
     (void)snprintf(message, sizeof(message), "%s: %s", failed, reason != nullptr ? reason : "unknown error");
-    return ProblemTell(problems, code, source, message, "the watch tries again");
+    return ProblemTell(problems, code, source, message);
 }
