@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a command is, and what the command line asked it for. A command writes its result to standard output and returns
-// the exit status; whatever ends it early is thrown as a Failure (failure.h). Adding a command takes a file in
-// commands/ with its run function and a row in command_table.cpp, where its options are rows as well.
+// its exit status (status.h); whatever ends it early is thrown as a Failure (failure.h). Adding a command takes a file
+// in commands/ with its run function and a row in command_table.cpp, where its options are rows as well.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace zryaml::cli {
+#include "status.h"
 
-enum class Status : int {
-    found = 0,   // found, or valid
-    missing = 1, // nothing there, or invalid
-    misuse = 2,  // wrong use, an unreadable file, or a result that could not be written
-};
+namespace zryaml::cli {
 
 struct Options {
     std::vector<std::string> files;  // "-" is standard input

@@ -45,7 +45,7 @@ void AnchorOfNodeDrop(YamlHandle &stHandle, const YamlListNode &stNode) noexcept
 void AnchorListRelease(YamlList &stHead) noexcept;
 void AnchorsRelease(YamlHandle &stHandle) noexcept;
 
-// --- bounds (bounds.cpp) ---
+// --- limits (limit_check.cpp) ---
 
 // Refuses to go uiMore collections below the open ones if that is too deep. 0 or 0x1900000B (logged).
 [[nodiscard]] uint32_t DepthCheck(const YamlHandle &stHandle, uint32_t uiMore) noexcept;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The operations that cut one component out of a writable path, and what the log says of a path that lookups by format
-// refuse. Only the tokenizer knows what a path means.
+// refuse. Only the tokenizer knows what a path means (path_scan.cpp).
 #include "query_internal.h"
 
 #include <cstdlib>

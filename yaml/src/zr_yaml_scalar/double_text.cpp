@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Numbers with a fraction, whatever the locale. The digits of most are few enough to be computed without a rounding
 // error; the C library reads the rest.
-#include "number_text.h"
+#include "double_text.h"
 
 #include <cmath>
 #include <cstdio>

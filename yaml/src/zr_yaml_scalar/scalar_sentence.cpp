@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a person is told about a text that is no value of a type, and values written as texts.
 #include "../scalar_text.h"
-#include "number_text.h"
+#include "double_text.h"
 
 #include <cinttypes>
 #include <cstdio>

@@ -2,7 +2,7 @@
 // Reads texts as integers, booleans, durations and sizes. A whole number is collected without its sign and in 128 bits,
 // so that whether it fits is decided in one place.
 #include "../scalar_text.h"
-#include "number_text.h"
+#include "double_text.h"
 
 #include <cstring>
 #include <initializer_list>
@@ -198,15 +198,23 @@ Fit BytesParse(const YamlScalarType &type, std::string_view text, ScalarValue &v
     return Fit::NoSuchValue;
 }
 
-bool IsType(const YamlScalarType &type) noexcept
+bool IsWidth(const YamlScalarType &type) noexcept
 {
     const uint32_t width = type.uiWidth;
-    const bool whole = width == 1 || width == 2 || width == 4 || width == 8;
     if (type.uiKind == YAML_KIND_DOUBLE)
         return width == sizeof(float) || width == sizeof(double);
-    if (type.uiKind == YAML_KIND_DURATION && type.ulTick != 0 && type.ulTick < type.ulTickParts)
-        return false; // finer than nanoseconds
-    return type.uiKind >= YAML_KIND_INT && type.uiKind <= YAML_KIND_BYTES && whole;
+    return width == 1 || width == 2 || width == 4 || width == 8;
+}
+
+bool IsFinerThanNanoseconds(const YamlScalarType &type) noexcept
+{
+    return type.uiKind == YAML_KIND_DURATION && type.ulTick != 0 && type.ulTick < type.ulTickParts;
+}
+
+bool IsType(const YamlScalarType &type) noexcept
+{
+    return type.uiKind >= YAML_KIND_INT && type.uiKind <= YAML_KIND_BYTES && IsWidth(type) &&
+           !IsFinerThanNanoseconds(type);
 }
 
 } // namespace
@@ -289,7 +297,8 @@ uint32_t ZRYAML_ScalarRead(const YamlScalarType *pstType, const char *pcText, vo
     ScalarValue value = {};
     const Fit fit = ScalarParse(*pstType, pcText, value);
     if (fit != Fit::Yes)
-        return fit == Fit::NoSuchType && pstType->uiKind != YAML_KIND_DURATION ? YAML_ERR_PARAM : YAML_ERR_VALUE;
+        return fit == Fit::NoSuchType && !(IsFinerThanNanoseconds(*pstType) && IsWidth(*pstType)) ? YAML_ERR_PARAM
+                                                                                                  : YAML_ERR_VALUE;
     ScalarStore(*pstType, value, pvValue);
     return YAML_OK;
 }
