@@ -70,7 +70,7 @@ typedef struct YamlAlternative {
 } YamlAlternative;
 
 /**
- * Reads a value that no kind of field describes.
+ * Reads a value that no kind of field describes. Not called where the key is absent.
  *
  * @param pstReading  For ZRYAML_ReadingProblemAdd and ZRYAML_ReadingAlloc.
  * @param pstValue    Value, of any kind.
@@ -82,7 +82,8 @@ typedef uint32_t (*YamlConvert)(YamlReading *pstReading, const YamlListNode *pst
                                 const void *pvContext);
 
 /**
- * Judges a record that has been read without a problem: what no single field can say.
+ * Judges a record that has been read without a problem: what no single field can say. Not called for a record within a
+ * record that is absent and has only its defaults.
  *
  * @param pstReading  For ZRYAML_ReadingProblemAdd.
  * @param pstValue    Map that the record was read from.
@@ -93,7 +94,7 @@ typedef uint32_t (*YamlConvert)(YamlReading *pstReading, const YamlListNode *pst
 typedef uint32_t (*YamlCheck)(YamlReading *pstReading, const YamlListNode *pstValue, const void *pvRecord,
                               const void *pvContext);
 
-/** How a member is filled that is no plain memory, such as a container of C++. Each call gives NULL, or a code, where
+/** How to fill a member that is not plain memory, such as a container of C++. Each call gives NULL, or a code, where
  *  memory is short. A kind uses some of them; all others are NULL. */
 typedef struct YamlStorage {
     uint32_t uiSize;                                            /**< sizeof(YamlStorage) */
@@ -136,15 +137,16 @@ struct YamlField {
 
     /* Rules. */
     uint32_t bRequired;    /**< 1: a record without the key is wrong */
-    uint32_t uiMinCount;   /**< elements or keys at least */
+    uint32_t uiMinCount;   /**< elements or keys at least, where the key is written: see bRequired */
     uint32_t uiMaxCount;   /**< and at most; 0: any number */
-    const char *pcDefault; /**< of a scalar, where the key is absent; read as the value is */
+    const char *pcDefault; /**< of a scalar, where the key is absent; read as the value is. Of a required field it is
+                                used where the whole record is absent. */
     const char *pcMin;     /**< least number, duration or size, of the field or of its elements; read as the value is */
     const char *pcMax;     /**< and greatest */
     const char *pcDoc;     /**< for people, in the sample and the schema */
     const char *pcOldKey;  /**< read as well, with a note */
 
-    /* For members that are no plain memory of C; 0 and NULL in C. */
+    /* C++ only, for members that are not plain memory; 0 and NULL in C. */
     const YamlStorage *pstStorage;        /**< how the member is filled */
     void *(*pfnMember)(void *pvRecord);   /**< gives the member, instead of uiOffset */
     const YamlRecord *(*pfnRecord)(void); /**< gives the record, instead of pstRecord */
@@ -220,7 +222,8 @@ struct YamlRecord {
     {.uiKind = YAML_KIND_ARRAY, .uiOffset = offsetof(Record, pointer), .uiWidth = sizeof(YAML_OF_(Record, pointer)), \
     YAML_COUNT_(Record, count), .uiMemberKind = _Generic(YAML_OF_(Record, pointer), YAML_KINDS_, YAML_CONST_KINDS_), \
     .uiElementWidth = sizeof(*YAML_OF_(Record, pointer)), .pcKey = __VA_ARGS__}
-/** Map of any keys: a pointer to pairs, each a YAML_PAIR, and their number: uint32_t or size_t. */
+/** Map of any keys: a pointer to pairs, each a YAML_PAIR, and their number: uint32_t or size_t. In the
+ *  order of the document. */
 #define YAML_FIELD_MAP(Record, pointer, count, ...) \
     {.uiKind = YAML_KIND_MAP, .uiOffset = offsetof(Record, pointer), YAML_COUNT_(Record, count), \
     .uiWidth = _Generic(&YAML_OF_(Record, pointer)->key, const char **: sizeof(YAML_OF_(Record, pointer))), \
@@ -228,7 +231,9 @@ struct YamlRecord {
     .uiElementWidth = sizeof(*YAML_OF_(Record, pointer)), .uiValueWidth = sizeof(YAML_OF_(Record, pointer)->value), \
     .pcKey = __VA_ARGS__}
 /** One of several records, in a union or record; the text of its key "type", or .pcTagKey, chooses, and the number of
- *  the alternative, from 0, goes to the tag: an enumeration or integer. "sink", YAML_ALTERNATIVES(sinks). */
+ *  the alternative, from 0, goes to the tag: an enumeration or integer. "sink", YAML_ALTERNATIVES(sinks). The key
+ *  that chooses need not be a field of the alternatives; where the union is absent, member and tag keep what they
+ *  held. */
 #define YAML_FIELD_UNION(Record, member, tag, ...) \
     {YAML_PLAIN_(YAML_KIND_UNION, Record, member, YAML_TYPE_RECORD_), .uiCountOffset = offsetof(Record, tag), \
     .uiCountWidth = YAML_TYPE_ENUM_(Record, tag), .pcKey = __VA_ARGS__}
@@ -305,13 +310,13 @@ struct YamlRecord {
  *
  * The record is filled completely or keeps what it held. Texts are those of the document; arrays, pairs, optional
  * values and defaults lie in memory that the document frees. Each successful call adds to it, a failed one adds
- * nothing.
+ * nothing: read a record once for each document, not once for each piece of work.
  *
  * - A key that is absent gives the member its default; without one the member keeps what it held, which is zero in
  *   memory that the document made. An absent record gets the defaults of its fields, and its required keys may be
  *   absent with it.
- * - "key:" and "key: ~" (not quoted) are absent for an optional, a record, a sequence and a map; the text "" or "~" for
- *   a text; a problem for anything else.
+ * - "key:" and "key: ~" (not quoted) are absent for all but scalars and custom fields: a text is "" or "~", a custom
+ *   function decides for itself, and for any other scalar they are a problem. The word null is a text.
  * - A key that no field has is a problem, unless the record ignores them or it begins with "x-".
  * - A wrong number of elements is one problem, at the sequence.
  *
@@ -322,11 +327,12 @@ struct YamlRecord {
  * @param ppstProblems  Receives all problems in document order, NULL if there is none; the caller frees the list.
  *                      NULL: not wanted. A missing key has the place of its map, an unknown one its own. After success
  *                      there may still be notes.
- * @return YAML_OK; else the code of the first problem: YAML_ERR_VALUE, YAML_ERR_RANGE, YAML_ERR_NODE_TYPE,
- *         YAML_ERR_NOT_SCALAR, YAML_ERR_UNKNOWN_KEY, YAML_ERR_MISSING_KEY, YAML_ERR_SAME (a key under its old and its
- *         new name), or what a function of the host gave; YAML_ERR_NOMEM; YAML_ERR_PARAM for a NULL argument and for a
- *         mistake of the host in the description, which a problem names. ZRYAML_LastErrorGet tells the first problem.
- *         Not logged.
+ * @return YAML_OK; else the code of the first problem: YAML_ERR_VALUE (no such value or name, or too large for the
+ *         member), YAML_ERR_RANGE (outside .pcMin and .pcMax, or a wrong number of elements), YAML_ERR_NODE_TYPE and
+ *         YAML_ERR_NOT_SCALAR (a scalar where a collection is wanted, or the other way), YAML_ERR_UNKNOWN_KEY,
+ *         YAML_ERR_MISSING_KEY, YAML_ERR_SAME (a key under its old and its new name), or what a function of the host
+ *         gave without a problem of its own; YAML_ERR_NOMEM; YAML_ERR_PARAM for a NULL argument and for a mistake of
+ *         the host in the description, which a problem names. ZRYAML_LastErrorGet tells the first problem. Not logged.
  * @note   Any number of threads may read records of one document.
  */
 ZRYAML_API uint32_t ZRYAML_RecordRead(YamlHandle *pstHandle, const YamlListNode *pstValue, const YamlRecord *pstRecord,
@@ -384,7 +390,8 @@ ZRYAML_API void *ZRYAML_ReadingAlloc(YamlReading *pstReading, size_t ulBytes);
 /**
  * Writes a sample file: every key with what it means, what it may be, and whether it is required. What has a default or
  * is required stands as it would be read, a required one without a default with the first value that fits; all else is
- * commented out. The sample loads, and reads into the record again, unless a required field is custom.
+ * commented out. The sample loads, and reads into the record again, unless a required field is custom or a check refuses
+ * it.
  */
 ZRYAML_API uint32_t ZRYAML_RecordSampleWrite(const YamlRecord *pstRecord, uint32_t uiBufSize, char *pcBuf);
 
@@ -401,7 +408,7 @@ ZRYAML_API uint32_t ZRYAML_RecordSchemaWrite(const YamlRecord *pstRecord, uint32
  * any key of a map. A key that no variable can name is left out.
  *
  * @param pstRecord  Description.
- * @param pcPrefix   Such as "APP_"; NULL for none.
+ * @param pcPrefix   Such as "APP_"; NULL leaves it out, although a layer needs one.
  * @param uiBufSize  Bytes of the buffer.
  * @param pcBuf      Receives the text.
  * @return The length of the whole text.

@@ -16,6 +16,10 @@
  * YamlHandle *conf = ZRYAML_LayersLoad(layers, 5, NULL, &problems);
  * ZRYAML_ProblemsPrint(problems, stderr);
  * ZRYAML_ProblemsFree(problems);
+ * if (conf == NULL)
+ *     return 1;
+ * ...
+ * ZRYAML_HandleFree(conf);
  * @endcode
  *
  * The rules of zr_yaml.h hold. How layers are put over each other, with examples: docs/layers.md.
@@ -31,9 +35,9 @@ extern "C" {
 
 /** Kinds of layers. */
 #define YAML_LAYER_FILE 1U          /**< a file */
-#define YAML_LAYER_FILE_OPTIONAL 2U /**< a file that need not be there */
+#define YAML_LAYER_FILE_OPTIONAL 2U /**< the same, and no error if there is no such file */
 #define YAML_LAYER_FOLDER 3U /**< the files *.yaml and *.yml of a folder in byte order, none that begins with '.' */
-#define YAML_LAYER_FOLDER_OPTIONAL 4U /**< a folder that need not be there */
+#define YAML_LAYER_FOLDER_OPTIONAL 4U /**< the same, and no error if there is none */
 #define YAML_LAYER_TEXT 5U            /**< a text in memory */
 #define YAML_LAYER_ENVIRONMENT 6U     /**< the environment variables with a prefix */
 #define YAML_LAYER_ASSIGNMENT 7U      /**< one "path=text" */
@@ -46,10 +50,10 @@ extern "C" {
 typedef struct YamlLayer {
     uint32_t uiKind;        /**< YAML_LAYER_* */
     uint32_t uiFlags;       /**< 0 */
-    const char *pcSource;   /**< path; name of the text; prefix of the variables, such as "APP_"; for an assignment what
-                                 it was written behind, such as "--set" */
+    const char *pcSource;   /**< path; name of the text; prefix of the variables, such as "APP_", never empty; for an
+                                 assignment the option it came from, such as "--set" */
     const char *pcText;     /**< of a text; of an assignment "servers[0].port=9090" */
-    size_t ulLength;        /**< of a text, in bytes */
+    size_t ulLength;        /**< of a text, in bytes; it is not measured: 0 is an empty text */
     const void *pvReserved; /**< NULL */
 } YamlLayer;
 
@@ -107,15 +111,16 @@ typedef struct YamlChange {
  * is loaded by the rules of ZRYAML_FileLoad, with its own aliases and merges resolved.
  *
  * @param pstLayers     uiCount layers, the lowest first; not needed after the call.
- * @param uiCount       At most 1000; files of folders, variables and assignments are also at most 1000 in all. 0 gives
- *                      an empty document.
+ * @param uiCount       At most 1000, and so are all files, texts, variables and assignments together; more are
+ *                      YAML_ERR_LAYER. 0 gives an empty document.
  * @param pstOptions    NULL for none.
  * @param ppstProblems  Receives all problems of all layers, by layers, for ZRYAML_ProblemsFree: NULL if there are none;
  *                      notes and warnings may come with a document. May be NULL.
  * @return The document, on which every call works, released with ZRYAML_HandleFree; ZRYAML_NameGet gives the source of
  *         its first layer. NULL if there is an error, with nothing left behind; ZRYAML_LastErrorGet then holds the
  *         first: that of the load of a file, YAML_ERR_LAYER for layers, variables or assignments that do not fit,
- *         YAML_ERR_EXPAND for an interpolation, YAML_ERR_PARAM for an argument that is none, YAML_ERR_NOMEM.
+ *         YAML_ERR_EXPAND for an interpolation, YAML_ERR_PARAM for an invalid argument, YAML_ERR_NOMEM. Each error is
+ *         logged; warnings and notes are not.
  * @note   Any number of threads may load at the same time; none may change the process's environment meanwhile.
  */
 ZRYAML_API YamlHandle *ZRYAML_LayersLoad(const YamlLayer *pstLayers, uint32_t uiCount,
@@ -130,8 +135,8 @@ ZRYAML_API YamlHandle *ZRYAML_LayersLoad(const YamlLayer *pstLayers, uint32_t ui
  * @param pstValue    Value of a document.
  * @param uiShadowed  0: where the value comes from; 1: the value that it replaced; and so on.
  * @param pstOrigin   Made by YAML_ORIGIN_INIT; filled on success only. Its texts belong to the document.
- * @return YAML_OK; YAML_ERR_ITER_END past the last; YAML_ERR_PARAM for a NULL argument or a record without its size.
- *         Nothing is logged.
+ * @return YAML_OK; YAML_ERR_ITER_END past the last; YAML_ERR_PARAM for a NULL argument or a record whose uiSize does
+ *         not fit. Nothing is logged, and the error record stays as it is.
  */
 ZRYAML_API uint32_t ZRYAML_OriginGet(const YamlListNode *pstValue, uint32_t uiShadowed, YamlOrigin *pstOrigin);
 
@@ -152,9 +157,9 @@ ZRYAML_API const YamlListNode *ZRYAML_ReferenceGet(const YamlListNode *pstValue,
  *
  * @param pstOld     Old document; NULL is an empty one.
  * @param pstNew     New document; NULL is an empty one.
- * @param pstChange  YAML_CHANGE_INIT for the first change; then as the last call left it.
- * @return YAML_OK with a change; YAML_ERR_ITER_END at the end; YAML_ERR_PARAM for a NULL record or one without its
- *         size. Nothing is logged.
+ * @param pstChange  YAML_CHANGE_INIT for the first change; then as the last call left it, with the same two documents.
+ * @return YAML_OK with a change; YAML_ERR_ITER_END at the end; YAML_ERR_PARAM for a NULL record or one whose uiSize
+ *         does not fit. Nothing is logged, and the error record stays as it is.
  */
 ZRYAML_API uint32_t ZRYAML_ChangeNext(YamlHandle *pstOld, YamlHandle *pstNew, YamlChange *pstChange);
 

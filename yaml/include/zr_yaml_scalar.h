@@ -11,7 +11,7 @@
  *            One too large or too small for its type does not fit.
  * boolean    true, yes, on, false, no, off; also Capitalised and UPPER CASE.
  * duration   whole numbers with a unit each, from the largest to the smallest, after an optional sign: 500ms, 1h30m.
- *            Units are d h min (or m) s ms us ns.
+ *            Units are d h min (or m) s ms us ns. Zero has one too (0s), and there are no fractions.
  * size       bytes with an optional unit: 512, 64KiB, 1.5GB. KiB MiB GiB TiB PiB EiB are powers of 1024; kB (or KB)
  *            MB GB TB PB EB those of 1000; B is one. A fraction must come to whole bytes.
  */
@@ -38,7 +38,7 @@ typedef struct YamlScalarType {
     uint32_t uiKind;      /**< YAML_KIND_* */
     uint32_t uiWidth;     /**< bytes of the variable */
     uint32_t bUnsigned;   /**< duration: 1 if the variable has no sign */
-    uint64_t ulTick;      /**< duration: nanoseconds of ulTickParts ticks; 0: a tick is a nanosecond */
+    uint64_t ulTick;      /**< duration: a tick is ulTick / ulTickParts nanoseconds; 0: it is one nanosecond */
     uint64_t ulTickParts; /**< duration: see above; 0 stands for 1 */
 } YamlScalarType;
 
@@ -54,8 +54,8 @@ typedef struct YamlScalarType {
  * @param pstType  Type of the value.
  * @param pcText   Text, NUL-terminated.
  * @param pvValue  Receives the value; left alone on failure.
- * @return YAML_OK; YAML_ERR_VALUE if the text is no such value or does not fit (not logged); YAML_ERR_PARAM if an
- *         argument is NULL or there is no such type (not logged).
+ * @return YAML_OK; YAML_ERR_VALUE if the text is not such a value or does not fit, or a tick is finer than a
+ *         nanosecond; YAML_ERR_PARAM if an argument is NULL or there is no such type. Not logged.
  * @note   Any number of threads may call it. Nothing is allocated.
  */
 ZRYAML_API uint32_t ZRYAML_ScalarRead(const YamlScalarType *pstType, const char *pcText, void *pvValue);

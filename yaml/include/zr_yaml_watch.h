@@ -5,8 +5,12 @@
  *
  * @code
  * YamlWatch *watch = ZRYAML_WatchOpen(layers, count, NULL, &problems);
+ * ZRYAML_ProblemsPrint(problems, stderr);
+ * ZRYAML_ProblemsFree(problems);
+ * if (watch == NULL)
+ *     return 1;
  * struct pollfd wake = {.fd = ZRYAML_WatchFdGet(watch), .events = POLLIN};
- * while (poll(&wake, 1, -1) >= 0) {
+ * while (poll(&wake, 1, -1) > 0 || errno == EINTR) {
  *     uint32_t code = ZRYAML_WatchPoll(watch, &problems);
  *     if (code == YAML_WATCH_CHANGED)
  *         ...                                    // workers see the new document from their next acquire on
@@ -51,7 +55,8 @@ typedef struct YamlWatch YamlWatch;
 /**
  * A program's own judgement of a new document, before anything else sees it.
  *
- * @param pstHandle    New document; it belongs to the watch.
+ * @param pstHandle    New document, to be read during the call and neither freed nor released. A record that is read
+ *                     from it is valid as long as the document: acquire that after the poll to keep it.
  * @param pvArgument   As in the options.
  * @param pstProblems  List to add to, with ZRYAML_ProblemAdd.
  * @return YAML_OK; any other code refuses the document, and so does a problem of level YAML_PROBLEM_ERROR.
@@ -81,7 +86,7 @@ typedef struct YamlWatchOptions {
  * Loads layers and begins to watch their files and folders.
  *
  * Layers, texts and options are copied. The environment is taken now, once, and so is the working directory: relative
- * paths keep their meaning whatever the program does later. Named pipes and sockets cannot be watched.
+ * paths keep their meaning whatever the program does later. Named pipes and sockets cannot be watched: YAML_ERR_OPEN.
  *
  * Where the kernel cannot tell of changes (its limit of watches is reached, a folder may not be read, the file system
  * is remote, or a single file is mounted), contents are compared every uiInterval ms as well. That is no failure.
@@ -91,8 +96,10 @@ typedef struct YamlWatchOptions {
  * @param pstOptions    NULL for none.
  * @param ppstProblems  As for ZRYAML_LayersLoad; may be NULL.
  * @return The watch, for ZRYAML_WatchClose; NULL if the first document cannot be loaded or is refused, as
- *         ZRYAML_LayersLoad and the check say, YAML_ERR_PARAM for an argument that is none, YAML_ERR_OPEN where the
+ *         ZRYAML_LayersLoad and the check say, YAML_ERR_PARAM for an invalid argument, YAML_ERR_OPEN where the
  *         system gives no descriptor, YAML_ERR_NOMEM.
+ * @note   As for ZRYAML_LayersLoad: no thread may change the process's environment meanwhile. After a fork the child
+ *         must not poll, as parent and child would take each other's events.
  */
 ZRYAML_API YamlWatch *ZRYAML_WatchOpen(const YamlLayer *pstLayers, uint32_t uiCount, const YamlWatchOptions *pstOptions,
                                        YamlProblems **ppstProblems);
@@ -114,8 +121,8 @@ ZRYAML_API int ZRYAML_WatchFdGet(const YamlWatch *pstWatch);
  *                      and warnings may come with YAML_WATCH_CHANGED. NULL where there is nothing. May be NULL.
  * @return YAML_OK: nothing new; YAML_WATCH_CHANGED: there is a new document; any other code: the new version cannot be
  *         used and the old document stays. The code is that of ZRYAML_LayersLoad, of the check, or YAML_ERR_VALUE if
- *         the check only added a problem. Failures of the system (YAML_ERR_OPEN, YAML_ERR_READER, YAML_ERR_NOMEM) are
- *         tried again by the timer. YAML_ERR_PARAM for NULL.
+ *         the check only added a problem or answered 1. A call of the system that fails, and memory that is short, are
+ *         tried again by the timer; a file that is not there is looked at when it comes. YAML_ERR_PARAM for NULL.
  */
 ZRYAML_API uint32_t ZRYAML_WatchPoll(YamlWatch *pstWatch, YamlProblems **ppstProblems);
 
@@ -125,7 +132,8 @@ ZRYAML_API uint32_t ZRYAML_WatchPoll(YamlWatch *pstWatch, YamlProblems **ppstPro
  * The watch keeps the document before the newest one for this, until the next YAML_WATCH_CHANGED or its end.
  *
  * @param pstWatch   Watch.
- * @param pstChange  YAML_CHANGE_INIT for the first change; then as the last call left it.
+ * @param pstChange  YAML_CHANGE_INIT for the first change; then as the last call left it. Its values live until the
+ *                   next YAML_WATCH_CHANGED, after which a walk begins anew.
  * @return As ZRYAML_ChangeNext; YAML_ERR_ITER_END also before the first change.
  */
 ZRYAML_API uint32_t ZRYAML_WatchChangeNext(YamlWatch *pstWatch, YamlChange *pstChange);
@@ -146,7 +154,8 @@ ZRYAML_API YamlHandle *ZRYAML_WatchAcquire(YamlWatch *pstWatch);
  * newest.
  *
  * One that no watch gave, or that nobody holds any more while the watch still does, is refused and logged
- * (YAML_ERR_PARAM). ZRYAML_HandleFree refuses a document of a watch in the same way.
+ * (YAML_ERR_PARAM). ZRYAML_HandleFree refuses a document of a watch in the same way. A release too many after the last
+ * one that counted frees the document twice, which nothing can tell.
  *
  * @param pstHandle  Document; NULL does nothing.
  */
