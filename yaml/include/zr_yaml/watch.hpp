@@ -29,6 +29,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -176,12 +177,20 @@ private:
 
         static std::uint32_t check(YamlHandle *document, void *self, YamlProblems *list)
         {
+            State &state = *static_cast<State *>(self);
+            const std::optional<std::uint32_t> code =
+                detail::guarded([&] { return std::make_optional(state.judge(document, list)); });
+            return code.value_or(YAML_ERR_NOMEM);
+        }
+
+        std::uint32_t judge(YamlHandle *document, YamlProblems *list)
+        {
             Problems notes;
             Result<T, Problems> bound = detail::bind_node<T>(document, nullptr, &notes);
             detail::problems_report(list, bound.has_value() ? notes : bound.error());
             if (!bound.has_value())
                 return bound.error().empty() ? YAML_ERR_NOMEM : bound.error()[0].code;
-            static_cast<State *>(self)->candidate = std::make_shared<const T>(std::move(bound).value());
+            candidate = std::make_shared<const T>(std::move(bound).value());
             return YAML_OK;
         }
 
