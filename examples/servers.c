@@ -15,8 +15,9 @@ int main(void)
     }
     uint32_t servers = ZRYAML_ArraySizeGet(conf, "servers");
     for (uint32_t i = 0; i < servers; ++i) {
-        printf("%s:%s uses cores", ZRYAML_PropertyGet(conf, "servers[%u].name", i),
-               ZRYAML_PropertyGet(conf, "servers[%u].port", i));
+        const char *name = ZRYAML_PropertyGet(conf, "servers[%u].name", i); // NULL where nothing is there
+        const char *port = ZRYAML_PropertyGet(conf, "servers[%u].port", i);
+        printf("%s:%s uses cores", name != NULL ? name : "?", port != NULL ? port : "80");
         uint32_t cores = ZRYAML_ArraySizeGet(conf, "servers[%u].cores", i);
         for (uint32_t k = 0; k < cores; ++k)
             printf(" %s", ZRYAML_PropertyGet(conf, "servers[%u].cores[%u]", i, k));

@@ -10,14 +10,16 @@
  *            fail in silence say so. What a failing load or read was about can also be asked for with
  *            ZRYAML_LastErrorGet by the thread that made the call.
  * Ownership  A YamlHandle owns every node and every text of its document. Texts and nodes handed out belong to it,
- *            are never to be changed or freed, and live until ZRYAML_HandleFree. Iterators belong to the caller.
+ *            are never to be changed or freed, and live until ZRYAML_HandleFree, or the last ZRYAML_HandleRelease
+ *            where a watch gave the document. Iterators belong to the caller.
  * Texts      UTF-8 as libyaml delivers it, quotes and escapes resolved, NUL-terminated, no type conversion: 8080,
  *            true and ~ are texts. A text never holds a NUL character: a file with one is refused.
  * Records    A record that begins with uiSize can grow in a later version. Start from its initialiser, such as
  *            YAML_CHILD_INIT; a size of 0 ("{0}") stands for the record as it was in version 1.0. No call reads or
- *            writes beyond the size that it finds.
+ *            writes beyond the size that it finds. Descriptions (YamlRecord) are made by their macros only.
  * Threads    The library starts none. Distinct documents may be loaded, read and freed on distinct threads at the
  *            same time. One document may be read by any number of threads, but none while it is being freed.
+ *            After a fork, the child of a process with several threads may not call the library.
  * Limits     512 open collections deep, 1023 bytes of key path, scalars under 4 GiB; see ZRYAML_LimitsSet.
  *
  * The operations that the library itself is made of stand in zr_yaml/operations.h, which this header includes last;
@@ -101,13 +103,13 @@ extern "C" {
 #define YAML_ERR_SWITCH_OFF 0x19000012U  /**< the debug switch is off */
 #define YAML_ERR_ALIAS 0x19000013U       /**< alias of an unknown or unfinished anchor */
 #define YAML_ERR_ITER_END 0x19000014U    /**< nothing further: the normal end of a walk, never logged */
-#define YAML_ERR_VALUE 0x19000015U       /**< a text that is no such value */
-#define YAML_ERR_RANGE 0x19000016U       /**< a value outside what is allowed */
+#define YAML_ERR_VALUE 0x19000015U       /**< a text that is not a value of the type asked for */
+#define YAML_ERR_RANGE 0x19000016U       /**< a value outside its range, or a wrong number of them */
 #define YAML_ERR_UNKNOWN_KEY 0x19000017U /**< a key that nothing asks for */
 #define YAML_ERR_MISSING_KEY 0x19000018U /**< a required key that is not there */
 #define YAML_ERR_LAYER 0x19000019U       /**< layers that do not fit over each other */
 #define YAML_ERR_EXPAND 0x1900001AU      /**< a reference in a text that cannot be replaced */
-#define YAML_ERR_SCHEMA 0x1900001BU      /**< a schema that is none, or a value that breaks one */
+#define YAML_ERR_SCHEMA 0x1900001BU      /**< an invalid schema, or a value that breaks one */
 
 /* ---- Records ---------------------------------------------------------------------------------------------------- */
 
@@ -238,10 +240,11 @@ ZRYAML_API void ZRYAML_LimitsGet(YamlLimits *pstLimits);
 /**
  * Tells why the last load or read of the calling thread failed.
  *
- * Every failing call that loads, takes a key path, steps an iterator or diagnoses sets it, and the next one that
- * succeeds clears it; the calls of "Walking" that fail in silence leave it alone. Of several log records of a call it
- * keeps the first, the cause: a path that finds nothing is YAML_ERR_NOT_FOUND, and YAML_ERR_EMPTY, YAML_ERR_INDEX or
- * YAML_ERR_NODE_TYPE where it leads into a scalar, an empty branch, or a sequence without an index.
+ * Every failing call that loads, layers, watches, binds, takes a key path, steps an iterator or diagnoses sets it, and
+ * the next one that succeeds clears it; calls of "Walking" that fail in silence, and those that say so, leave it alone.
+ * Of several log records of a call it keeps the first, the cause: a path that finds nothing is YAML_ERR_NOT_FOUND, and
+ * YAML_ERR_EMPTY, YAML_ERR_INDEX or YAML_ERR_NODE_TYPE where it leads into a scalar, an empty branch, or a sequence
+ * without an index.
  *
  * @return Never NULL; belongs to the thread, is overwritten by its next call. The first failure of a thread takes 5 KiB
  *         of memory for the texts, which the end of the thread gives back; where there is none left, code and place
@@ -285,7 +288,7 @@ ZRYAML_API char *ZRYAML_PropertyGet(YamlHandle *pstHandle, const char *pcKeyForm
  * the result is YAML_OK, so that it can begin with a default.
  *
  * @return YAML_OK; YAML_ERR_NOT_FOUND if nothing is there, also below an empty value (not logged); YAML_ERR_VALUE for a
- *         scalar that is no such value or does not fit; YAML_ERR_NOT_SCALAR for a map or sequence; YAML_ERR_NODE_TYPE
+ *         scalar that is not such a value or does not fit; YAML_ERR_NOT_SCALAR for a map or sequence; YAML_ERR_NODE_TYPE
  *         if the path leads below another scalar, or into the wrong kind of collection; the codes of a bad path or
  *         argument. The error record has sentence, hint, path and place.
  */
@@ -433,7 +436,7 @@ ZRYAML_API YamlIterator *yaml_IteratorCreate(YamlHandle *pstHandle, const char *
  */
 ZRYAML_API uint32_t yaml_NextKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue);
 
-/** Releases an iterator; NULL and a record that is none are left alone. */
+/** Releases an iterator; NULL and what is not an iterator are left alone. */
 ZRYAML_API void yaml_IteratorDestroy(YamlIterator *pstIter);
 
 /* ---- Diagnosis -------------------------------------------------------------------------------------------------- */
@@ -464,7 +467,7 @@ ZRYAML_API uint32_t ZRYAML_DebugInfoGet(YamlHandle *pstHandle, YamlDebugInfo *ps
  */
 ZRYAML_API uint32_t ZRYAML_ContextDump(YamlHandle *pstHandle, uint32_t uiBufSize, char *pcBuf);
 
-/** @return The name of a code, such as "YAML_ERR_NOT_FOUND"; "" for a number that is none. */
+/** @return The name of a code, such as "YAML_ERR_NOT_FOUND"; "" for any other number. */
 ZRYAML_API const char *ZRYAML_CodeNameGet(uint32_t uiCode);
 
 /** @return ZRYAML_VERSION of the loaded library. */

@@ -66,7 +66,7 @@ ZRYAML_API const YamlProblem *ZRYAML_ProblemGet(const YamlProblems *pstProblems,
  * @param pstValue     Value that the problem is about: it gives source, place and key path. NULL for none of them.
  * @param pcFormat     printf-style sentence about the value, without place and path: "must be a prime number".
  * @return YAML_OK, with a problem of code YAML_ERR_VALUE, or one problem more that was left out; YAML_ERR_PARAM for a
- *         NULL list or format or a level that is none; YAML_ERR_NOMEM. Not logged.
+ *         NULL list or format or an unknown level; YAML_ERR_NOMEM. Not logged.
  */
 ZRYAML_API uint32_t ZRYAML_ProblemAdd(YamlProblems *pstProblems, uint32_t uiLevel, const YamlListNode *pstValue,
                                       const char *pcFormat, ...) ZRYAML_PRINTF(4, 5);
