@@ -390,8 +390,8 @@ ZRYAML_API void *ZRYAML_ReadingAlloc(YamlReading *pstReading, size_t ulBytes);
 /**
  * Writes a sample file: every key with what it means, what it may be, and whether it is required. What has a default or
  * is required stands as it would be read, a required one without a default with the first value that fits; all else is
- * commented out. The sample loads, and reads into the record again, unless a required field is custom or a check refuses
- * it.
+ * commented out. The sample loads, and reads into the record again, unless a required field is custom or a check
+ * refuses it.
  */
 ZRYAML_API uint32_t ZRYAML_RecordSampleWrite(const YamlRecord *pstRecord, uint32_t uiBufSize, char *pcBuf);
 
