@@ -289,8 +289,8 @@ ZRYAML_API char *ZRYAML_PropertyGet(YamlHandle *pstHandle, const char *pcKeyForm
  *
  * @return YAML_OK; YAML_ERR_NOT_FOUND if nothing is there, also below an empty value (not logged); YAML_ERR_VALUE for a
  *         scalar that is not such a value or does not fit; YAML_ERR_NOT_SCALAR for a map or sequence;
- * YAML_ERR_NODE_TYPE if the path leads below another scalar, or into the wrong kind of collection; the codes of a bad
- * path or argument. The error record has sentence, hint, path and place.
+ *         YAML_ERR_NODE_TYPE if the path leads below another scalar, or into the wrong kind of collection; the codes of
+ *         a bad path or argument. The error record has sentence, hint, path and place.
  */
 ZRYAML_API uint32_t ZRYAML_IntGet(YamlHandle *pstHandle, int64_t *plValue, const char *pcKeyFormat, ...)
     ZRYAML_PRINTF(3, 4);
