@@ -92,6 +92,7 @@ void NodeRelease(YamlListNode &node) noexcept;
     auto *scalar = reinterpret_cast<YamlListNode *>(store.pcFree);
     store.pcFree += size;
     store.ulFree -= size;
+    StorePrefetch(store.pcFree);
     NodeEnter(handle, *scalar);
     char *copy = reinterpret_cast<char *>(scalar + 1);
     if (strncpy_s(copy, text.size() + 1, text.data(), text.size()) != 0) [[unlikely]]
