@@ -13,19 +13,19 @@
 
 namespace {
 
-constinit std::atomic<uint32_t> g_uiLevel{ZR_LOG_WARNING};
+constinit std::atomic<uint32_t> g_level{ZR_LOG_WARNING};
 
-[[nodiscard]] const char *TextOr(const char *pcText) noexcept
+[[nodiscard]] const char *TextOr(const char *text) noexcept
 {
-    return pcText != nullptr ? pcText : "?";
+    return text != nullptr ? text : "?";
 }
 
 } // namespace
 
 void zr::LogStart() noexcept
 {
-    [[maybe_unused]] static const bool g_bStarted = [] {
-        g_uiLevel.store(LogSpdlogLevelGet(), std::memory_order_relaxed);
+    [[maybe_unused]] static const bool g_isStarted = [] {
+        g_level.store(LogSpdlogLevelGet(), std::memory_order_relaxed);
         return true;
     }();
 }
@@ -33,13 +33,13 @@ void zr::LogStart() noexcept
 void ZR_LogWrite(ZR_LogModule *pstModule, uint32_t uiLevel, uint32_t uiCode, const char *pcFile, uint32_t uiLine,
                  const char *pcFunction, const char *pcFormat, ...)
 {
-    if (uiLevel < g_uiLevel.load(std::memory_order_relaxed))
+    if (uiLevel < g_level.load(std::memory_order_relaxed))
         return;
 
-    const int iErrno = errno;
+    const int kept = errno;
     va_list stArgs;
     va_start(stArgs, pcFormat);
-    const zr::LogText stText(pcFormat != nullptr ? pcFormat : "?", stArgs);
+    const zr::LogText text(pcFormat != nullptr ? pcFormat : "?", stArgs);
     va_end(stArgs);
 
     zr::LogSinkWrite({.pcModule = TextOr(pstModule != nullptr ? pstModule->pcName : nullptr),
@@ -49,17 +49,17 @@ void ZR_LogWrite(ZR_LogModule *pstModule, uint32_t uiLevel, uint32_t uiCode, con
                       .pcFile = TextOr(pcFile),
                       .uiLine = uiLine,
                       .pcFunction = TextOr(pcFunction),
-                      .pcText = stText.Get()});
-    errno = iErrno;
+                      .pcText = text.Get()});
+    errno = kept;
 }
 
 void ZR_LogLevelSet(uint32_t uiLevel)
 {
     zr::LogStart(); // first, so that the environment never overrides the host
-    g_uiLevel.store(uiLevel, std::memory_order_relaxed);
+    g_level.store(uiLevel, std::memory_order_relaxed);
 }
 
 uint32_t ZR_LogLevelGet(void)
 {
-    return g_uiLevel.load(std::memory_order_relaxed);
+    return g_level.load(std::memory_order_relaxed);
 }

@@ -15,10 +15,10 @@ namespace zr {
 void LogStart() noexcept;
 
 // Passes a finished record to the current sink, or drops it if this thread is inside the sink already.
-void LogSinkWrite(const ZR_LogRecord &stRecord) noexcept;
+void LogSinkWrite(const ZR_LogRecord &record) noexcept;
 
 // The default sink.
-void LogSpdlogWrite(const ZR_LogRecord &stRecord) noexcept;
+void LogSpdlogWrite(const ZR_LogRecord &record) noexcept;
 
 // The least ZR_LOG_ level that the environment asks of the default sink; ZR_LOG_WARNING if it asks nothing.
 [[nodiscard]] uint32_t LogSpdlogLevelGet() noexcept;

@@ -11,38 +11,38 @@
 namespace {
 
 struct Sink {
-    ZR_LogSink pfnWrite; // NULL: the default sink
+    ZR_LogSink write; // NULL: the default sink
     void *pContext;
 };
 
-constinit std::mutex g_stLock;
-constinit Sink g_stSink{};
+constinit std::mutex g_lock;
+constinit Sink g_sink{};
 // In the memory that a thread has from its start, also where the library is opened at run time.
-__attribute__((tls_model("initial-exec"))) constinit thread_local bool g_bInSink = false;
+__attribute__((tls_model("initial-exec"))) constinit thread_local bool g_isInSink = false;
 
 } // namespace
 
-void zr::LogSinkWrite(const ZR_LogRecord &stRecord) noexcept
+void zr::LogSinkWrite(const ZR_LogRecord &record) noexcept
 {
-    if (g_bInSink)
+    if (g_isInSink)
         return;
-    const std::scoped_lock stHeld(g_stLock);
-    g_bInSink = true;
+    const std::scoped_lock held(g_lock);
+    g_isInSink = true;
     try {
-        if (g_stSink.pfnWrite != nullptr)
-            g_stSink.pfnWrite(&stRecord, g_stSink.pContext);
+        if (g_sink.write != nullptr)
+            g_sink.write(&record, g_sink.pContext);
         else
-            LogSpdlogWrite(stRecord);
+            LogSpdlogWrite(record);
     } catch (...) { // The record is lost: its writer is C and cannot catch.
     }
-    g_bInSink = false;
+    g_isInSink = false;
 }
 
 uint32_t ZR_LogSinkSet(ZR_LogSink pfnSink, void *pContext)
 {
-    if (g_bInSink)
+    if (g_isInSink)
         return EDEADLK;
-    const std::scoped_lock stHeld(g_stLock);
-    g_stSink = {.pfnWrite = pfnSink, .pContext = pContext};
+    const std::scoped_lock held(g_lock);
+    g_sink = {.write = pfnSink, .pContext = pContext};
     return 0;
 }

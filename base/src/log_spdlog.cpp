@@ -19,13 +19,13 @@
 namespace {
 
 struct Backend {
-    std::shared_ptr<spdlog::logger> stLogger;
+    std::shared_ptr<spdlog::logger> logger;
     uint32_t uiLevel; // least level, as the environment asks
 };
 
-[[nodiscard]] constexpr uint32_t LevelOf(spdlog::level::level_enum eLevel) noexcept
+[[nodiscard]] constexpr uint32_t LevelOf(spdlog::level::level_enum level) noexcept
 {
-    switch (eLevel) {
+    switch (level) {
     case spdlog::level::trace:
     case spdlog::level::debug:
         return ZR_LOG_NOTE;
@@ -46,66 +46,66 @@ struct Backend {
     return uiLevel == ZR_LOG_WARNING ? spdlog::level::warn : spdlog::level::err;
 }
 
-[[nodiscard]] std::string_view Trimmed(std::string_view svText) noexcept
+[[nodiscard]] std::string_view Trimmed(std::string_view text) noexcept
 {
-    constexpr std::string_view g_svSpace = " \t\r\n";
-    const size_t ulFirst = std::min(svText.find_first_not_of(g_svSpace), svText.size());
-    return svText.substr(ulFirst, svText.find_last_not_of(g_svSpace) + 1 - ulFirst);
+    constexpr std::string_view g_space = " \t\r\n";
+    const size_t first = std::min(text.find_first_not_of(g_space), text.size());
+    return text.substr(first, text.find_last_not_of(g_space) + 1 - first);
 }
 
 // The level of a name in any case; nothing for a name that spdlog does not know.
-[[nodiscard]] std::optional<spdlog::level::level_enum> NamedLevelOf(std::string_view svName)
+[[nodiscard]] std::optional<spdlog::level::level_enum> NamedLevelOf(std::string_view name)
 {
-    std::string sName(svName);
+    std::string sName(name);
     std::ranges::transform(sName, sName.begin(), [](unsigned char c) { return static_cast<char>(tolower(c)); });
-    const auto eLevel = spdlog::level::from_str(sName);
-    return eLevel != spdlog::level::off || sName == "off" ? std::optional(eLevel) : std::nullopt;
+    const auto level = spdlog::level::from_str(sName);
+    return level != spdlog::level::off || sName == "off" ? std::optional(level) : std::nullopt;
 }
 
 // The level that SPDLOG_LEVEL, such as "info,zr=debug", asks of the logger "zr" by name, or else of all loggers. Read
 // here, as spdlog's own reader would set the level of every logger in the process, and those are the host's.
 [[nodiscard]] std::optional<spdlog::level::level_enum> EnvironmentLevelGet()
 {
-    const char *pcLevels = getenv("SPDLOG_LEVEL");
-    std::optional<spdlog::level::level_enum> eOfAll, eOwn;
-    for (std::string_view svRest = pcLevels != nullptr ? pcLevels : ""; !svRest.empty();) {
-        const std::string_view svItem = svRest.substr(0, svRest.find(','));
-        svRest.remove_prefix(std::min(svItem.size() + 1, svRest.size()));
-        const size_t ulEquals = svItem.find('=');
-        const bool bNamed = ulEquals != std::string_view::npos;
-        if (bNamed && Trimmed(svItem.substr(0, ulEquals)) != "zr")
+    const char *levels = getenv("SPDLOG_LEVEL");
+    std::optional<spdlog::level::level_enum> ofAll, own;
+    for (std::string_view rest = levels != nullptr ? levels : ""; !rest.empty();) {
+        const std::string_view item = rest.substr(0, rest.find(','));
+        rest.remove_prefix(std::min(item.size() + 1, rest.size()));
+        const size_t equals = item.find('=');
+        const bool isNamed = equals != std::string_view::npos;
+        if (isNamed && Trimmed(item.substr(0, equals)) != "zr")
             continue;
-        if (const auto eLevel = NamedLevelOf(Trimmed(svItem.substr(bNamed ? ulEquals + 1 : 0))))
-            (bNamed ? eOwn : eOfAll) = eLevel;
+        if (const auto level = NamedLevelOf(Trimmed(item.substr(isNamed ? equals + 1 : 0))))
+            (isNamed ? own : ofAll) = level;
     }
-    return eOwn ? eOwn : eOfAll;
+    return own ? own : ofAll;
 }
 
 [[nodiscard]] Backend BackendMake()
 {
-    if (auto stHost = spdlog::get("zr"))
-        return {stHost, LevelOf(stHost->level())};
-    auto stLogger = spdlog::stderr_logger_mt("zr");
-    const uint32_t uiLevel = LevelOf(EnvironmentLevelGet().value_or(stLogger->level()));
-    stLogger->set_level(spdlog::level::trace); // from here on ZR_LogLevelSet alone decides
-    return {std::move(stLogger), uiLevel};
+    if (auto host = spdlog::get("zr"))
+        return {host, LevelOf(host->level())};
+    auto logger = spdlog::stderr_logger_mt("zr");
+    const uint32_t uiLevel = LevelOf(EnvironmentLevelGet().value_or(logger->level()));
+    logger->set_level(spdlog::level::trace); // from here on ZR_LogLevelSet alone decides
+    return {std::move(logger), uiLevel};
 }
 
 // Never destroyed, as other libraries may log while the process ends. A failure throws, and the next call tries again.
 [[nodiscard]] const Backend &BackendGet()
 {
-    static const Backend *const g_pstBackend = new Backend(BackendMake());
-    return *g_pstBackend;
+    static const Backend *const g_backend = new Backend(BackendMake());
+    return *g_backend;
 }
 
 // What spdlog and the run-time library keep for each thread is allocated when the thread first needs it, and the
 // process ends if there is no memory for that.
 [[nodiscard]] bool MemoryIsLeft() noexcept
 {
-    constexpr size_t ulEnough = 16384;
-    void *volatile pProbe = malloc(ulEnough); // volatile, so that the compiler does not leave it out
-    free(pProbe);
-    return pProbe != nullptr;
+    constexpr size_t enough = 16384;
+    void *volatile probe = malloc(enough); // volatile, so that the compiler does not leave it out
+    free(probe);
+    return probe != nullptr;
 }
 
 } // namespace
@@ -119,14 +119,13 @@ uint32_t zr::LogSpdlogLevelGet() noexcept
     }
 }
 
-void zr::LogSpdlogWrite(const ZR_LogRecord &stRecord) noexcept
+void zr::LogSpdlogWrite(const ZR_LogRecord &record) noexcept
 {
     if (!MemoryIsLeft())
         return; // the record is lost, the caller goes on
     try {
-        BackendGet().stLogger->log(SpdlogLevelOf(stRecord.uiLevel), "{} 0x{:08X} {}:{} {}: {}", stRecord.pcModule,
-                                   stRecord.uiCode, stRecord.pcFile, stRecord.uiLine, stRecord.pcFunction,
-                                   stRecord.pcText);
+        BackendGet().logger->log(SpdlogLevelOf(record.uiLevel), "{} 0x{:08X} {}:{} {}: {}", record.pcModule,
+                                 record.uiCode, record.pcFile, record.uiLine, record.pcFunction, record.pcText);
     } catch (...) { // the record is lost here, too
     }
 }

@@ -16,7 +16,7 @@ namespace {
 
 constexpr size_t TextMax = 65535; // bytes of a formatted text, a bound on what one record may cost
 constexpr size_t EscapeMax = 4;   // bytes that one byte may become: \x1b
-constexpr std::string_view g_svCut = "...";
+constexpr std::string_view g_cut = "...";
 
 struct Utf8 {
     uint32_t uiCode;
@@ -24,36 +24,36 @@ struct Utf8 {
 };
 
 // Reads the first character of a text that is not empty. Overlong forms and surrogates are malformed.
-[[nodiscard]] Utf8 Utf8Get(std::string_view svText) noexcept
+[[nodiscard]] Utf8 Utf8Get(std::string_view text) noexcept
 {
-    constexpr uint32_t g_auiLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-    const auto uiLead = static_cast<unsigned char>(svText.front());
-    const auto ulOnes = static_cast<size_t>(std::countl_one(uiLead));
-    const size_t ulLength = std::max<size_t>(ulOnes, 1);
-    if (ulOnes == 1 || ulOnes > 4 || ulLength > svText.size())
+    constexpr uint32_t g_least[] = {0, 0, 0x80, 0x800, 0x10000};
+    const auto lead = static_cast<unsigned char>(text.front());
+    const auto ones = static_cast<size_t>(std::countl_one(lead));
+    const size_t length = std::max<size_t>(ones, 1);
+    if (ones == 1 || ones > 4 || length > text.size())
         return {};
-    uint32_t uiCode = uiLead & (ulOnes == 0 ? 0x7FU : 0x7FU >> ulOnes);
-    for (const char cNext : svText.substr(1, ulLength - 1)) {
-        if ((static_cast<unsigned char>(cNext) & 0xC0U) != 0x80U)
+    uint32_t code = lead & (ones == 0 ? 0x7FU : 0x7FU >> ones);
+    for (const char next : text.substr(1, length - 1)) {
+        if ((static_cast<unsigned char>(next) & 0xC0U) != 0x80U)
             return {};
-        uiCode = uiCode << 6U | (static_cast<unsigned char>(cNext) & 0x3FU);
+        code = code << 6U | (static_cast<unsigned char>(next) & 0x3FU);
     }
-    if (uiCode < g_auiLeast[ulLength] || uiCode > 0x10FFFF || (uiCode >= 0xD800 && uiCode <= 0xDFFF))
+    if (code < g_least[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF))
         return {};
-    return {uiCode, ulLength};
+    return {code, length};
 }
 
-[[nodiscard]] bool IsPrintable(uint32_t uiCode) noexcept
+[[nodiscard]] bool IsPrintable(uint32_t code) noexcept
 {
-    return uiCode >= 0x20 && (uiCode < 0x7F || uiCode > 0x9F) && uiCode != 0x2028 && uiCode != 0x2029;
+    return code >= 0x20 && (code < 0x7F || code > 0x9F) && code != 0x2028 && code != 0x2029;
 }
 
-// What is written for the first character: the character itself, or its escape, which is put into acEscape.
-[[nodiscard]] std::string_view CharacterOf(std::string_view svText, Utf8 stChar, std::span<char, 8> acEscape) noexcept
+// What is written for the first character: the character itself, or its escape, which is put into escape.
+[[nodiscard]] std::string_view CharacterOf(std::string_view text, Utf8 character, std::span<char, 8> escape) noexcept
 {
-    if (stChar.ulLength != 0 && IsPrintable(stChar.uiCode))
-        return svText.substr(0, stChar.ulLength);
-    switch (stChar.uiCode) {
+    if (character.ulLength != 0 && IsPrintable(character.uiCode))
+        return text.substr(0, character.ulLength);
+    switch (character.uiCode) {
     case '\n':
         return "\\n";
     case '\t':
@@ -63,51 +63,51 @@ struct Utf8 {
     default:
         break;
     }
-    const bool bByte = stChar.ulLength < 2;
-    const unsigned uiShown = bByte ? static_cast<unsigned char>(svText.front()) : stChar.uiCode;
-    const int iLength = snprintf(acEscape.data(), acEscape.size(), bByte ? "\\x%02x" : "\\u%04x", uiShown);
-    return {acEscape.data(), static_cast<size_t>(iLength)};
+    const bool isByte = character.ulLength < 2;
+    const unsigned shown = isByte ? static_cast<unsigned char>(text.front()) : character.uiCode;
+    const int length = snprintf(escape.data(), escape.size(), isByte ? "\\x%02x" : "\\u%04x", shown);
+    return {escape.data(), static_cast<size_t>(length)};
 }
 
-// Writes the escaped text and a NUL. If it does not fit, or bCut, it ends with the mark of a cut.
-void EscapeTo(std::span<char> stOut, std::string_view svText, bool bCut) noexcept
+// Writes the escaped text and a NUL. If it does not fit, or isCut, it ends with the mark of a cut.
+void EscapeTo(std::span<char> out, std::string_view text, bool isCut) noexcept
 {
-    const size_t ulRoom = stOut.size() - g_svCut.size() - 1;
-    char acEscape[8];
-    size_t ulUsed = 0;
-    while (!svText.empty()) {
-        const Utf8 stChar = Utf8Get(svText);
-        const std::string_view svPiece = CharacterOf(svText, stChar, acEscape);
-        if (ulUsed + svPiece.size() > ulRoom) {
-            bCut = true;
+    const size_t room = out.size() - g_cut.size() - 1;
+    char escape[8];
+    size_t used = 0;
+    while (!text.empty()) {
+        const Utf8 character = Utf8Get(text);
+        const std::string_view piece = CharacterOf(text, character, escape);
+        if (used + piece.size() > room) {
+            isCut = true;
             break;
         }
-        ulUsed += svPiece.copy(&stOut[ulUsed], svPiece.size());
-        svText.remove_prefix(std::max<size_t>(stChar.ulLength, 1));
+        used += piece.copy(&out[used], piece.size());
+        text.remove_prefix(std::max<size_t>(character.ulLength, 1));
     }
-    if (bCut)
-        ulUsed += g_svCut.copy(&stOut[ulUsed], g_svCut.size());
-    stOut[ulUsed] = '\0';
+    if (isCut)
+        used += g_cut.copy(&out[used], g_cut.size());
+    out[used] = '\0';
 }
 
 } // namespace
 
-zr::LogText::LogText(const char *pcFormat, va_list stArgs) noexcept
+zr::LogText::LogText(const char *format, va_list arguments) noexcept
 {
-    TextRoom<512> stRaw;
-    std::span<char> stRoom = stRaw.Get(0);
-    va_list stAgain;
-    va_copy(stAgain, stArgs);
-    const int iLength = vsnprintf(stRoom.data(), stRoom.size(), pcFormat, stArgs);
-    const size_t ulLength = iLength < 0 ? 0 : static_cast<size_t>(iLength);
-    if (ulLength >= stRoom.size()) {
-        stRoom = stRaw.Get(std::min(ulLength, TextMax) + 1);
-        (void)vsnprintf(stRoom.data(), stRoom.size(), pcFormat, stAgain);
+    TextRoom<512> rawRoom;
+    std::span<char> room = rawRoom.Get(0);
+    va_list again;
+    va_copy(again, arguments);
+    const int length = vsnprintf(room.data(), room.size(), format, arguments);
+    const size_t ulLength = length < 0 ? 0 : static_cast<size_t>(length);
+    if (ulLength >= room.size()) {
+        room = rawRoom.Get(std::min(ulLength, TextMax) + 1);
+        (void)vsnprintf(room.data(), room.size(), format, again);
     }
-    va_end(stAgain);
+    va_end(again);
 
-    const std::string_view svRaw = iLength < 0 ? pcFormat : stRoom.data();
-    const std::span<char> stOut = m_stRoom.Get(svRaw.size() * EscapeMax + g_svCut.size() + 1);
-    EscapeTo(stOut, svRaw, ulLength > svRaw.size());
-    m_pcText = stOut.data();
+    const std::string_view raw = length < 0 ? format : room.data();
+    const std::span<char> out = m_room.Get(raw.size() * EscapeMax + g_cut.size() + 1);
+    EscapeTo(out, raw, ulLength > raw.size());
+    m_text = out.data();
 }

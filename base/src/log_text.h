@@ -21,13 +21,13 @@ public:
     [[nodiscard]] std::span<char> Get(size_t ulBytes) noexcept
     {
         if (ulBytes > LocalBytes)
-            m_pHeap.reset(new (std::nothrow) char[ulBytes]);
-        return m_pHeap != nullptr ? std::span(m_pHeap.get(), ulBytes) : std::span(m_acLocal);
+            m_heap.reset(new (std::nothrow) char[ulBytes]);
+        return m_heap != nullptr ? std::span(m_heap.get(), ulBytes) : std::span(m_local);
     }
 
 private:
-    char m_acLocal[LocalBytes];
-    std::unique_ptr<char[]> m_pHeap;
+    char m_local[LocalBytes];
+    std::unique_ptr<char[]> m_heap;
 };
 
 class LogText {
@@ -38,11 +38,11 @@ public:
     LogText &operator=(const LogText &) = delete;
 
     // The finished line, owned by this object.
-    [[nodiscard]] const char *Get() const noexcept { return m_pcText; }
+    [[nodiscard]] const char *Get() const noexcept { return m_text; }
 
 private:
-    TextRoom<1024> m_stRoom;
-    const char *m_pcText;
+    TextRoom<1024> m_room;
+    const char *m_text;
 };
 
 } // namespace zr

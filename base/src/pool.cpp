@@ -25,51 +25,51 @@ constexpr uint32_t KeptSize = 8192;
 constexpr uint64_t KeptMax = (uint64_t{32} << 20) / KeptSize; // blocks; enough for 1 MB of short scalars
 
 struct KeptBlock {
-    KeptBlock *pstNext;
+    KeptBlock *next;
 };
 
 struct Pool {
-    std::mutex stLock; // guards all but the name and the link
+    std::mutex lock; // guards all but the name and the link
     KeptBlock *pstKept = nullptr;
-    uint64_t ulKept = 0;
+    uint64_t kept = 0;
     uint64_t ulBlocksInUse = 0;
     uint64_t ulBytesInUse = 0;
     uint64_t ulBytesPeak = 0;
-    std::unique_ptr<char[]> pName;
-    Pool *pstNext = nullptr;
+    std::unique_ptr<char[]> name;
+    Pool *next = nullptr;
 };
 
 // Links all pools, which live until the process ends, so that no leak checker takes them for lost.
-constinit std::atomic<Pool *> g_pstPools{nullptr};
+constinit std::atomic<Pool *> g_pools{nullptr};
 
-[[nodiscard]] std::unique_ptr<char[]> TextCopy(const char *pcText) noexcept
+[[nodiscard]] std::unique_ptr<char[]> TextCopy(const char *text) noexcept
 {
-    const size_t ulBytes = strlen(pcText) + 1;
-    std::unique_ptr<char[]> pCopy(new (std::nothrow) char[ulBytes]);
-    if (pCopy != nullptr)
-        memcpy(pCopy.get(), pcText, ulBytes);
-    return pCopy;
+    const size_t bytes = strlen(text) + 1;
+    std::unique_ptr<char[]> copy(new (std::nothrow) char[bytes]);
+    if (copy != nullptr)
+        memcpy(copy.get(), text, bytes);
+    return copy;
 }
 
-[[nodiscard]] void *KeptTake(Pool &stPool) noexcept
+[[nodiscard]] void *KeptTake(Pool &pool) noexcept
 {
-    KeptBlock *pstBlock = stPool.pstKept;
-    if (pstBlock != nullptr) {
-        stPool.pstKept = pstBlock->pstNext;
-        --stPool.ulKept;
+    KeptBlock *block = pool.pstKept;
+    if (block != nullptr) {
+        pool.pstKept = block->next;
+        --pool.kept;
     }
-    return pstBlock;
+    return block;
 }
 
 // Keeps a block if it has the size that is kept; malloc may have rounded ulBytes up a little.
-[[nodiscard]] bool Keep(Pool &stPool, void *pBlock, size_t ulBytes) noexcept
+[[nodiscard]] bool Keep(Pool &pool, void *pBlock, size_t bytes) noexcept
 {
-    if (ulBytes < KeptSize || ulBytes > KeptSize + alignof(max_align_t) || stPool.ulKept == KeptMax)
+    if (bytes < KeptSize || bytes > KeptSize + alignof(max_align_t) || pool.kept == KeptMax)
         return false;
-    auto *pstBlock = static_cast<KeptBlock *>(pBlock);
-    pstBlock->pstNext = stPool.pstKept;
-    stPool.pstKept = pstBlock;
-    ++stPool.ulKept;
+    auto *block = static_cast<KeptBlock *>(pBlock);
+    block->next = pool.pstKept;
+    pool.pstKept = block;
+    ++pool.kept;
     return true;
 }
 
@@ -79,30 +79,30 @@ void *ZR_HandleInit(const char *pcName)
 {
     if (pcName == nullptr)
         return nullptr;
-    std::unique_ptr<Pool> pPool(new (std::nothrow) Pool);
-    if (pPool == nullptr || (pPool->pName = TextCopy(pcName)) == nullptr)
+    std::unique_ptr<Pool> made(new (std::nothrow) Pool);
+    if (made == nullptr || (made->name = TextCopy(pcName)) == nullptr)
         return nullptr;
-    Pool *pstPool = pPool.release();
-    pstPool->pstNext = g_pstPools.load(std::memory_order_relaxed);
-    while (!g_pstPools.compare_exchange_weak(pstPool->pstNext, pstPool, std::memory_order_release)) {
+    Pool *pool = made.release();
+    pool->next = g_pools.load(std::memory_order_relaxed);
+    while (!g_pools.compare_exchange_weak(pool->next, pool, std::memory_order_release)) {
     }
-    return pstPool;
+    return pool;
 }
 
 void *ZR_MemAlloc(uint32_t uiSize, void *pMemHandle)
 {
     if (pMemHandle == nullptr)
         return nullptr;
-    auto &stPool = *static_cast<Pool *>(pMemHandle);
-    const std::lock_guard stHeld(stPool.stLock);
-    void *pBlock = uiSize == KeptSize ? KeptTake(stPool) : nullptr;
+    auto &pool = *static_cast<Pool *>(pMemHandle);
+    const std::lock_guard held(pool.lock);
+    void *pBlock = uiSize == KeptSize ? KeptTake(pool) : nullptr;
     if (pBlock == nullptr)
         pBlock = malloc(std::max(uiSize, 1U));
     if (pBlock == nullptr)
         return nullptr;
-    ++stPool.ulBlocksInUse;
-    stPool.ulBytesInUse += malloc_usable_size(pBlock);
-    stPool.ulBytesPeak = std::max(stPool.ulBytesPeak, stPool.ulBytesInUse);
+    ++pool.ulBlocksInUse;
+    pool.ulBytesInUse += malloc_usable_size(pBlock);
+    pool.ulBytesPeak = std::max(pool.ulBytesPeak, pool.ulBytesInUse);
     return pBlock;
 }
 
@@ -110,12 +110,12 @@ void ZR_MemFree(void *pBlock, void *pMemHandle)
 {
     if (pBlock == nullptr || pMemHandle == nullptr)
         return;
-    auto &stPool = *static_cast<Pool *>(pMemHandle);
+    auto &pool = *static_cast<Pool *>(pMemHandle);
     const size_t ulBytes = malloc_usable_size(pBlock);
-    const std::lock_guard stHeld(stPool.stLock);
-    --stPool.ulBlocksInUse;
-    stPool.ulBytesInUse -= ulBytes;
-    if (!Keep(stPool, pBlock, ulBytes))
+    const std::lock_guard held(pool.lock);
+    --pool.ulBlocksInUse;
+    pool.ulBytesInUse -= ulBytes;
+    if (!Keep(pool, pBlock, ulBytes))
         free(pBlock);
 }
 
@@ -123,11 +123,11 @@ uint32_t ZR_MemInfoGet(void *pMemHandle, ZR_MemInfo *pstInfo)
 {
     if (pMemHandle == nullptr || pstInfo == nullptr)
         return EINVAL;
-    auto &stPool = *static_cast<Pool *>(pMemHandle);
-    const std::lock_guard stHeld(stPool.stLock);
-    *pstInfo = {.pcName = stPool.pName.get(),
-                .ulBlocksInUse = stPool.ulBlocksInUse,
-                .ulBytesInUse = stPool.ulBytesInUse,
-                .ulBytesPeak = stPool.ulBytesPeak};
+    auto &pool = *static_cast<Pool *>(pMemHandle);
+    const std::lock_guard held(pool.lock);
+    *pstInfo = {.pcName = pool.name.get(),
+                .ulBlocksInUse = pool.ulBlocksInUse,
+                .ulBytesInUse = pool.ulBytesInUse,
+                .ulBytesPeak = pool.ulBytesPeak};
     return 0;
 }

@@ -13,17 +13,17 @@
 namespace {
 
 // Whether two ranges of memory overlap.
-[[nodiscard]] bool IsOverlap(const char *pcOne, size_t ulOne, const char *pcOther, size_t ulOther) noexcept
+[[nodiscard]] bool IsOverlap(const char *one, size_t oneSize, const char *other, size_t otherSize) noexcept
 {
-    const auto ulAt = reinterpret_cast<uintptr_t>(pcOne);
-    const auto ulOtherAt = reinterpret_cast<uintptr_t>(pcOther);
-    return ulAt < ulOtherAt + ulOther && ulOtherAt < ulAt + ulOne;
+    const auto at = reinterpret_cast<uintptr_t>(one);
+    const auto otherAt = reinterpret_cast<uintptr_t>(other);
+    return at < otherAt + otherSize && otherAt < at + oneSize;
 }
 
-[[nodiscard]] int Refuse(char *pcDest, int iCode) noexcept
+[[nodiscard]] int Refuse(char *dest, int code) noexcept
 {
-    *pcDest = '\0';
-    return iCode;
+    *dest = '\0';
+    return code;
 }
 
 } // namespace
@@ -52,8 +52,8 @@ int strncpy_s(char *pcDest, size_t ulDestMax, const char *pcSource, size_t ulCou
     const size_t ulLength = strnlen(pcSource, std::min(ulCount, ulDestMax));
     if (ulLength == ulDestMax)
         return Refuse(pcDest, ERANGE);
-    const size_t ulRead = ulLength < ulCount ? ulLength + 1 : ulLength; // the NUL is read too, if there is one
-    if (IsOverlap(pcDest, ulLength + 1, pcSource, ulRead))
+    const size_t read = ulLength < ulCount ? ulLength + 1 : ulLength; // the NUL is read too, if there is one
+    if (IsOverlap(pcDest, ulLength + 1, pcSource, read))
         return Refuse(pcDest, EINVAL);
     memcpy(pcDest, pcSource, ulLength);
     pcDest[ulLength] = '\0';

@@ -13,14 +13,14 @@
 namespace {
 
 // Whether a format stores through an argument (%n). Flags, numbers and a modifier may stand between '%' and 'n'.
-[[nodiscard]] bool IsStoring(const char *pcFormat) noexcept
+[[nodiscard]] bool IsStoring(const char *format) noexcept
 {
-    while ((pcFormat = strchr(pcFormat, '%')) != nullptr) {
-        pcFormat += 1 + strspn(pcFormat + 1, "-+ #'I.*$0123456789hlLqjzt");
-        if (*pcFormat == 'n')
+    while ((format = strchr(format, '%')) != nullptr) {
+        format += 1 + strspn(format + 1, "-+ #'I.*$0123456789hlLqjzt");
+        if (*format == 'n')
             return true;
-        if (*pcFormat == '%')
-            ++pcFormat;
+        if (*format == '%')
+            ++format;
     }
     return false;
 }
@@ -34,18 +34,18 @@ int vsnprintf_s(char *pcDest, size_t ulDestMax, size_t ulCount, const char *pcFo
     *pcDest = '\0';
     if (pcFormat == nullptr || ulCount > zr::SafeSizeMax || IsStoring(pcFormat))
         return -1;
-    const size_t ulRoom = std::min({ulCount, ulDestMax - 1, size_t{INT_MAX - 1}});
-    const int iLength = vsnprintf(pcDest, ulRoom + 1, pcFormat, stArgs);
-    if (iLength < 0)
+    const size_t room = std::min({ulCount, ulDestMax - 1, size_t{INT_MAX - 1}});
+    const int length = vsnprintf(pcDest, room + 1, pcFormat, stArgs);
+    if (length < 0)
         *pcDest = '\0';
-    return iLength >= 0 && static_cast<size_t>(iLength) <= ulRoom ? iLength : -1;
+    return length >= 0 && static_cast<size_t>(length) <= room ? length : -1;
 }
 
 int snprintf_s(char *pcDest, size_t ulDestMax, size_t ulCount, const char *pcFormat, ...)
 {
     va_list stArgs;
     va_start(stArgs, pcFormat);
-    const int iLength = vsnprintf_s(pcDest, ulDestMax, ulCount, pcFormat, stArgs);
+    const int length = vsnprintf_s(pcDest, ulDestMax, ulCount, pcFormat, stArgs);
     va_end(stArgs);
-    return iLength;
+    return length;
 }

@@ -23,177 +23,177 @@ enum class Step {
 
 struct Scan {
     const char *pcText; // start of the text
-    const char *pcAt;   // next character to read
+    const char *at;     // next character to read
     va_list stArgs;
 };
 
 struct Number {
-    uint64_t ulValue; // NumberMax: too large for any type
-    bool bMinus;
-    bool bDigits;
+    uint64_t value; // NumberMax: too large for any type
+    bool isNegative;
+    bool hasDigits;
 };
 
 constexpr uint64_t NumberMax = uint64_t{1} << 40U;
 
-[[nodiscard]] bool IsSpace(char cOne) noexcept
+[[nodiscard]] bool IsSpace(char one) noexcept
 {
-    return cOne == ' ' || (cOne >= '\t' && cOne <= '\r');
+    return one == ' ' || (one >= '\t' && one <= '\r');
 }
 
-void SpaceSkip(Scan &stScan) noexcept
+void SpaceSkip(Scan &scan) noexcept
 {
-    while (IsSpace(*stScan.pcAt))
-        ++stScan.pcAt;
+    while (IsSpace(*scan.at))
+        ++scan.at;
 }
 
 // Every '%' must begin a conversion that this reader knows, so that a format is refused before anything is stored.
-[[nodiscard]] bool IsKnown(const char *pcFormat) noexcept
+[[nodiscard]] bool IsKnown(const char *format) noexcept
 {
-    for (; *pcFormat != '\0'; ++pcFormat)
-        if (*pcFormat == '%' && (*++pcFormat == '\0' || strchr("dux%scn", *pcFormat) == nullptr))
+    for (; *format != '\0'; ++format)
+        if (*format == '%' && (*++format == '\0' || strchr("dux%scn", *format) == nullptr))
             return false;
     return true;
 }
 
-[[nodiscard]] uint32_t DigitOf(char cOne) noexcept
+[[nodiscard]] uint32_t DigitOf(char one) noexcept
 {
-    if (cOne >= '0' && cOne <= '9')
-        return static_cast<uint32_t>(cOne - '0');
-    const char cLower = static_cast<char>(cOne | 0x20);
-    return cLower >= 'a' && cLower <= 'f' ? static_cast<uint32_t>(cLower - 'a') + 10 : UINT32_MAX;
+    if (one >= '0' && one <= '9')
+        return static_cast<uint32_t>(one - '0');
+    const char lower = static_cast<char>(one | 0x20);
+    return lower >= 'a' && lower <= 'f' ? static_cast<uint32_t>(lower - 'a') + 10 : UINT32_MAX;
 }
 
-[[nodiscard]] Number NumberRead(const char *&pcAt, uint32_t uiBase) noexcept
+[[nodiscard]] Number NumberRead(const char *&at, uint32_t base) noexcept
 {
-    Number stNumber{0, *pcAt == '-', false};
-    if (*pcAt == '-' || *pcAt == '+')
-        ++pcAt;
-    if (uiBase == 16 && pcAt[0] == '0' && (pcAt[1] == 'x' || pcAt[1] == 'X'))
-        pcAt += 2;
-    for (; DigitOf(*pcAt) < uiBase; ++pcAt) {
-        stNumber.ulValue = std::min(stNumber.ulValue * uiBase + DigitOf(*pcAt), NumberMax);
-        stNumber.bDigits = true;
+    Number number{0, *at == '-', false};
+    if (*at == '-' || *at == '+')
+        ++at;
+    if (base == 16 && at[0] == '0' && (at[1] == 'x' || at[1] == 'X'))
+        at += 2;
+    for (; DigitOf(*at) < base; ++at) {
+        number.value = std::min(number.value * base + DigitOf(*at), NumberMax);
+        number.hasDigits = true;
     }
-    return stNumber;
+    return number;
 }
 
-[[nodiscard]] Step IntScan(Scan &stScan) noexcept
+[[nodiscard]] Step IntScan(Scan &scan) noexcept
 {
-    int *piDest = va_arg(stScan.stArgs, int *);
+    int *piDest = va_arg(scan.stArgs, int *);
     if (piDest == nullptr)
         return Step::Refused;
-    const Number stNumber = NumberRead(stScan.pcAt, 10);
-    const auto iValue = static_cast<int64_t>(stNumber.ulValue) * (stNumber.bMinus ? -1 : 1);
-    if (!stNumber.bDigits || iValue < INT_MIN || iValue > INT_MAX)
+    const Number number = NumberRead(scan.at, 10);
+    const auto iValue = static_cast<int64_t>(number.value) * (number.isNegative ? -1 : 1);
+    if (!number.hasDigits || iValue < INT_MIN || iValue > INT_MAX)
         return Step::Mismatch;
     *piDest = static_cast<int>(iValue);
     return Step::Stored;
 }
 
-[[nodiscard]] Step UnsignedScan(Scan &stScan, uint32_t uiBase) noexcept
+[[nodiscard]] Step UnsignedScan(Scan &scan, uint32_t base) noexcept
 {
-    auto *puiDest = va_arg(stScan.stArgs, unsigned *);
+    auto *puiDest = va_arg(scan.stArgs, unsigned *);
     if (puiDest == nullptr)
         return Step::Refused;
-    const Number stNumber = NumberRead(stScan.pcAt, uiBase);
-    if (!stNumber.bDigits || stNumber.ulValue > (stNumber.bMinus ? 0 : UINT_MAX))
+    const Number number = NumberRead(scan.at, base);
+    if (!number.hasDigits || number.value > (number.isNegative ? 0 : UINT_MAX))
         return Step::Mismatch;
-    *puiDest = static_cast<unsigned>(stNumber.ulValue);
+    *puiDest = static_cast<unsigned>(number.value);
     return Step::Stored;
 }
 
-[[nodiscard]] Step WordScan(Scan &stScan) noexcept
+[[nodiscard]] Step WordScan(Scan &scan) noexcept
 {
-    char *pcDest = va_arg(stScan.stArgs, char *);
-    const unsigned uiSize = va_arg(stScan.stArgs, unsigned);
-    if (pcDest == nullptr)
+    char *dest = va_arg(scan.stArgs, char *);
+    const unsigned size = va_arg(scan.stArgs, unsigned);
+    if (dest == nullptr)
         return Step::Refused;
-    const char *pcWord = stScan.pcAt;
-    while (*stScan.pcAt != '\0' && !IsSpace(*stScan.pcAt))
-        ++stScan.pcAt;
-    const auto ulLength = static_cast<size_t>(stScan.pcAt - pcWord);
-    const bool bFits = ulLength < uiSize;
-    if (bFits)
-        memcpy(pcDest, pcWord, ulLength);
-    if (uiSize != 0)
-        pcDest[bFits ? ulLength : 0] = '\0';
-    return bFits ? Step::Stored : Step::Mismatch;
+    const char *word = scan.at;
+    while (*scan.at != '\0' && !IsSpace(*scan.at))
+        ++scan.at;
+    const auto length = static_cast<size_t>(scan.at - word);
+    const bool fits = length < size;
+    if (fits)
+        memcpy(dest, word, length);
+    if (size != 0)
+        dest[fits ? length : 0] = '\0';
+    return fits ? Step::Stored : Step::Mismatch;
 }
 
-[[nodiscard]] Step CharScan(Scan &stScan) noexcept
+[[nodiscard]] Step CharScan(Scan &scan) noexcept
 {
-    char *pcDest = va_arg(stScan.stArgs, char *);
-    const unsigned uiSize = va_arg(stScan.stArgs, unsigned);
-    if (pcDest == nullptr)
+    char *dest = va_arg(scan.stArgs, char *);
+    const unsigned size = va_arg(scan.stArgs, unsigned);
+    if (dest == nullptr)
         return Step::Refused;
-    if (uiSize == 0)
+    if (size == 0)
         return Step::Mismatch;
-    *pcDest = *stScan.pcAt++;
+    *dest = *scan.at++;
     return Step::Stored;
 }
 
-[[nodiscard]] Step CountStore(Scan &stScan) noexcept
+[[nodiscard]] Step CountStore(Scan &scan) noexcept
 {
-    int *piDest = va_arg(stScan.stArgs, int *);
+    int *piDest = va_arg(scan.stArgs, int *);
     if (piDest == nullptr)
         return Step::Refused;
-    *piDest = static_cast<int>(std::min<ptrdiff_t>(stScan.pcAt - stScan.pcText, INT_MAX));
+    *piDest = static_cast<int>(std::min<ptrdiff_t>(scan.at - scan.pcText, INT_MAX));
     return Step::Passed;
 }
 
-[[nodiscard]] Step LiteralScan(Scan &stScan, char cExpected) noexcept
+[[nodiscard]] Step LiteralScan(Scan &scan, char expected) noexcept
 {
-    if (*stScan.pcAt == '\0')
+    if (*scan.at == '\0')
         return Step::End;
-    if (*stScan.pcAt != cExpected)
+    if (*scan.at != expected)
         return Step::Mismatch;
-    ++stScan.pcAt;
+    ++scan.at;
     return Step::Passed;
 }
 
-[[nodiscard]] Step ConversionScan(Scan &stScan, char cKind) noexcept
+[[nodiscard]] Step ConversionScan(Scan &scan, char kind) noexcept
 {
-    if (cKind == 'n')
-        return CountStore(stScan);
-    if (cKind != 'c')
-        SpaceSkip(stScan);
-    if (*stScan.pcAt == '\0')
+    if (kind == 'n')
+        return CountStore(scan);
+    if (kind != 'c')
+        SpaceSkip(scan);
+    if (*scan.at == '\0')
         return Step::End;
-    switch (cKind) {
+    switch (kind) {
     case 'd':
-        return IntScan(stScan);
+        return IntScan(scan);
     case 'u':
-        return UnsignedScan(stScan, 10);
+        return UnsignedScan(scan, 10);
     case 'x':
-        return UnsignedScan(stScan, 16);
+        return UnsignedScan(scan, 16);
     case 's':
-        return WordScan(stScan);
+        return WordScan(scan);
     case 'c':
-        return CharScan(stScan);
+        return CharScan(scan);
     default:
-        return LiteralScan(stScan, cKind);
+        return LiteralScan(scan, kind);
     }
 }
 
-[[nodiscard]] int FormatScan(Scan &stScan, const char *pcFormat) noexcept
+[[nodiscard]] int FormatScan(Scan &scan, const char *format) noexcept
 {
-    int iStored = 0;
-    for (; *pcFormat != '\0'; ++pcFormat) {
-        Step eStep = Step::Passed;
-        if (IsSpace(*pcFormat))
-            SpaceSkip(stScan);
-        else if (*pcFormat == '%')
-            eStep = ConversionScan(stScan, *++pcFormat);
+    int stored = 0;
+    for (; *format != '\0'; ++format) {
+        Step step = Step::Passed;
+        if (IsSpace(*format))
+            SpaceSkip(scan);
+        else if (*format == '%')
+            step = ConversionScan(scan, *++format);
         else
-            eStep = LiteralScan(stScan, *pcFormat);
+            step = LiteralScan(scan, *format);
 
-        if (eStep == Step::Refused || (eStep == Step::End && iStored == 0))
+        if (step == Step::Refused || (step == Step::End && stored == 0))
             return -1;
-        if (eStep == Step::End || eStep == Step::Mismatch)
-            return iStored;
-        iStored += eStep == Step::Stored ? 1 : 0;
+        if (step == Step::End || step == Step::Mismatch)
+            return stored;
+        stored += step == Step::Stored ? 1 : 0;
     }
-    return iStored;
+    return stored;
 }
 
 } // namespace
@@ -202,9 +202,9 @@ int sscanf_s(const char *pcText, const char *pcFormat, ...)
 {
     if (pcText == nullptr || pcFormat == nullptr || !IsKnown(pcFormat))
         return -1;
-    Scan stScan{.pcText = pcText, .pcAt = pcText, .stArgs = {}};
-    va_start(stScan.stArgs, pcFormat);
-    const int iStored = FormatScan(stScan, pcFormat);
-    va_end(stScan.stArgs);
-    return iStored;
+    Scan scan{.pcText = pcText, .at = pcText, .stArgs = {}};
+    va_start(scan.stArgs, pcFormat);
+    const int stored = FormatScan(scan, pcFormat);
+    va_end(scan.stArgs);
+    return stored;
 }

@@ -18,213 +18,212 @@ struct ErrorTexts {
     static constexpr size_t Size = 1024; // of each text, its NUL included
     using Text = char[Size];
 
-    Text acSentence, acRecord, acHint, acFile, acKeyPath;
-    bool bOwnSentence, bOwnHint; // not the table's
+    Text sentence, record, hint, file, keyPath;
+    bool hasOwnSentence, hasOwnHint; // not the table's
 };
 
-constinit thread_local ErrorRecord t_stError = {};
+constinit thread_local ErrorRecord t_error = {};
 
 } // namespace zryaml
 
 namespace {
 
 using zryaml::ErrorTexts;
-using zryaml::t_stError;
+using zryaml::t_error;
 
-pthread_once_t g_stKeyOnce = PTHREAD_ONCE_INIT;
-pthread_key_t g_stKey; // its destructor gives the texts of a thread back
-bool g_bKey = false;
+pthread_once_t g_keyOnce = PTHREAD_ONCE_INIT;
+pthread_key_t g_key; // its destructor gives the texts of a thread back
+bool g_hasKey = false;
 
 void TextsFree(void *) noexcept
 {
-    free(t_stError.pstTexts);
-    t_stError = {};
+    free(t_error.texts);
+    t_error = {};
 }
 
 void KeyCreate() noexcept
 {
-    g_bKey = pthread_key_create(&g_stKey, TextsFree) == 0;
+    g_hasKey = pthread_key_create(&g_key, TextsFree) == 0;
 }
 
-void TextsEmpty(ErrorTexts &stTexts) noexcept
+void TextsEmpty(ErrorTexts &texts) noexcept
 {
-    stTexts.acSentence[0] = stTexts.acRecord[0] = stTexts.acHint[0] = stTexts.acFile[0] = stTexts.acKeyPath[0] = '\0';
-    stTexts.bOwnSentence = stTexts.bOwnHint = false;
+    texts.sentence[0] = texts.record[0] = texts.hint[0] = texts.file[0] = texts.keyPath[0] = '\0';
+    texts.hasOwnSentence = texts.hasOwnHint = false;
 }
 
 // The texts of this thread, NULL if there is no memory for them.
 ErrorTexts *TextsGet() noexcept
 {
-    if (t_stError.pstTexts != nullptr)
-        return t_stError.pstTexts;
-    (void)pthread_once(&g_stKeyOnce, KeyCreate);
-    if (!g_bKey || pthread_setspecific(g_stKey, &t_stError) != 0)
+    if (t_error.texts != nullptr)
+        return t_error.texts;
+    (void)pthread_once(&g_keyOnce, KeyCreate);
+    if (!g_hasKey || pthread_setspecific(g_key, &t_error) != 0)
         return nullptr;
-    t_stError.pstTexts = static_cast<ErrorTexts *>(malloc(sizeof(ErrorTexts)));
-    if (t_stError.pstTexts != nullptr)
-        TextsEmpty(*t_stError.pstTexts);
-    return t_stError.pstTexts;
+    t_error.texts = static_cast<ErrorTexts *>(malloc(sizeof(ErrorTexts)));
+    if (t_error.texts != nullptr)
+        TextsEmpty(*t_error.texts);
+    return t_error.texts;
 }
 
 // The texts of the failure in progress, NULL if there is none or no room for texts.
 ErrorTexts *TextsInProgress() noexcept
 {
-    return t_stError.bSet && !t_stError.bLent ? t_stError.pstTexts : nullptr;
+    return t_error.isSet && !t_error.isLent ? t_error.texts : nullptr;
 }
 
-void TextKeep(ErrorTexts::Text &acText, const char *pcText) noexcept
+void TextKeep(ErrorTexts::Text &text, const char *pcText) noexcept
 {
-    const size_t ulLength = strnlen(pcText, sizeof(acText));
-    memcpy(acText, pcText, ulLength < sizeof(acText) ? ulLength + 1 : sizeof(acText));
-    if (ulLength == sizeof(acText))
-        zryaml::CutMark(acText, sizeof(acText));
+    const size_t length = strnlen(pcText, sizeof(text));
+    memcpy(text, pcText, length < sizeof(text) ? length + 1 : sizeof(text));
+    if (length == sizeof(text))
+        zryaml::CutMark(text, sizeof(text));
 }
 
-__attribute__((format(printf, 2, 0))) void TextFormat(ErrorTexts::Text &acText, const char *pcFormat,
-                                                      va_list stArgs) noexcept
+__attribute__((format(printf, 2, 0))) void TextFormat(ErrorTexts::Text &text, const char *pcFormat,
+                                                      va_list arguments) noexcept
 {
-    if (vsnprintf(acText, sizeof(acText), pcFormat, stArgs) >= static_cast<int>(sizeof(acText)))
-        zryaml::CutMark(acText, sizeof(acText));
+    if (vsnprintf(text, sizeof(text), pcFormat, arguments) >= static_cast<int>(sizeof(text)))
+        zryaml::CutMark(text, sizeof(text));
 }
 
 // For people: one line, whatever the texts of the file hold.
-__attribute__((format(printf, 2, 0))) void LineFormat(ErrorTexts::Text &acText, const char *pcFormat,
-                                                      va_list stArgs) noexcept
+__attribute__((format(printf, 2, 0))) void LineFormat(ErrorTexts::Text &text, const char *pcFormat,
+                                                      va_list arguments) noexcept
 {
-    va_list stCopy;
-    va_copy(stCopy, stArgs);
-    TextFormat(acText, pcFormat, stCopy);
-    va_end(stCopy);
-    for (char *pc = acText; *pc != '\0'; ++pc) {
+    va_list copy;
+    va_copy(copy, arguments);
+    TextFormat(text, pcFormat, copy);
+    va_end(copy);
+    for (char *pc = text; *pc != '\0'; ++pc) {
         if (static_cast<unsigned char>(*pc) < 0x20 || *pc == 0x7F)
             *pc = '?';
     }
 }
 
-__attribute__((format(printf, 1, 0))) void HintSet(const char *pcFormat, va_list stArgs) noexcept
+__attribute__((format(printf, 1, 0))) void HintSet(const char *pcFormat, va_list arguments) noexcept
 {
-    ErrorTexts *pstTexts = TextsInProgress();
-    if (pstTexts == nullptr || pstTexts->bOwnHint)
+    ErrorTexts *texts = TextsInProgress();
+    if (texts == nullptr || texts->hasOwnHint)
         return;
-    pstTexts->bOwnHint = true;
-    LineFormat(pstTexts->acHint, pcFormat, stArgs);
+    texts->hasOwnHint = true;
+    LineFormat(texts->hint, pcFormat, arguments);
 }
 
 } // namespace
 
 void zryaml::ErrorForget() noexcept
 {
-    if (t_stError.bLent)
-        t_stError.pstTexts = nullptr; // the keeper has them
-    else if (t_stError.pstTexts != nullptr)
-        TextsEmpty(*t_stError.pstTexts);
-    t_stError.stInfo = {};
-    t_stError.bSet = t_stError.bLent = t_stError.bRefused = false;
+    if (t_error.isLent)
+        t_error.texts = nullptr; // the keeper has them
+    else if (t_error.texts != nullptr)
+        TextsEmpty(*t_error.texts);
+    t_error.info = {};
+    t_error.isSet = t_error.isLent = t_error.isRefused = false;
 }
 
 zryaml::ErrorKeeper::~ErrorKeeper()
 {
-    if (m_stKept.pstTexts == nullptr && !m_stKept.bSet)
-        m_stKept.pstTexts = t_stError.pstTexts; // kept for the next failure
-    else if (t_stError.pstTexts != m_stKept.pstTexts)
-        free(t_stError.pstTexts);
-    t_stError = m_stKept;
-    if (!t_stError.bSet && t_stError.pstTexts != nullptr)
-        TextsEmpty(*t_stError.pstTexts);
+    if (m_kept.texts == nullptr && !m_kept.isSet)
+        m_kept.texts = t_error.texts; // kept for the next failure
+    else if (t_error.texts != m_kept.texts)
+        free(t_error.texts);
+    t_error = m_kept;
+    if (!t_error.isSet && t_error.texts != nullptr)
+        TextsEmpty(*t_error.texts);
 }
 
-void zryaml::ErrorNote(uint32_t uiCode, const char *pcFormat, ...) noexcept
+void zryaml::ErrorNote(uint32_t code, const char *format, ...) noexcept
 {
-    if (t_stError.bSet || t_stError.bLent)
+    if (t_error.isSet || t_error.isLent)
         return;
-    t_stError.bSet = true;
-    t_stError.stInfo.uiCode = uiCode;
-    ErrorTexts *pstTexts = TextsGet();
-    if (pstTexts == nullptr)
+    t_error.isSet = true;
+    t_error.info.uiCode = code;
+    ErrorTexts *texts = TextsGet();
+    if (texts == nullptr)
         return;
-    va_list stArgs, stCopy;
-    va_start(stArgs, pcFormat);
-    va_copy(stCopy, stArgs);
-    TextFormat(pstTexts->acRecord, pcFormat, stCopy);
-    va_end(stCopy);
-    const PlainSentence stPlain =
-        PlainSentenceFind(uiCode, strcmp(pcFormat, "%s") == 0 ? pstTexts->acRecord : pcFormat);
-    LineFormat(pstTexts->acSentence, stPlain.pcSentence != nullptr ? stPlain.pcSentence : pcFormat, stArgs);
-    LineFormat(pstTexts->acHint, stPlain.pcHint, stArgs);
-    va_end(stArgs);
+    va_list arguments, copy;
+    va_start(arguments, format);
+    va_copy(copy, arguments);
+    TextFormat(texts->record, format, copy);
+    va_end(copy);
+    const PlainSentence plain = PlainSentenceFind(code, strcmp(format, "%s") == 0 ? texts->record : format);
+    LineFormat(texts->sentence, plain.sentence != nullptr ? plain.sentence : format, arguments);
+    LineFormat(texts->hint, plain.pcHint, arguments);
+    va_end(arguments);
 }
 
-void zryaml::ErrorSentence(const char *pcFormat, ...) noexcept
+void zryaml::ErrorSentence(const char *format, ...) noexcept
 {
-    va_list stArgs;
-    va_start(stArgs, pcFormat);
-    if (ErrorTexts *pstTexts = TextsInProgress(); pstTexts != nullptr && !pstTexts->bOwnSentence) {
-        pstTexts->bOwnSentence = true;
-        LineFormat(pstTexts->acSentence, pcFormat, stArgs);
+    va_list arguments;
+    va_start(arguments, format);
+    if (ErrorTexts *texts = TextsInProgress(); texts != nullptr && !texts->hasOwnSentence) {
+        texts->hasOwnSentence = true;
+        LineFormat(texts->sentence, format, arguments);
     }
-    va_end(stArgs);
+    va_end(arguments);
 }
 
-void zryaml::ErrorHintAdd(const char *pcFormat, ...) noexcept
+void zryaml::ErrorHintAdd(const char *format, ...) noexcept
 {
-    va_list stArgs;
-    va_start(stArgs, pcFormat);
-    HintSet(pcFormat, stArgs);
-    va_end(stArgs);
+    va_list arguments;
+    va_start(arguments, format);
+    HintSet(format, arguments);
+    va_end(arguments);
 }
 
-uint32_t zryaml::Refuse(uint32_t uiCode, const char *pcHintFormat, ...) noexcept
+uint32_t zryaml::Refuse(uint32_t code, const char *hintFormat, ...) noexcept
 {
-    va_list stArgs;
-    va_start(stArgs, pcHintFormat);
-    HintSet(pcHintFormat, stArgs);
-    va_end(stArgs);
-    t_stError.bRefused = t_stError.bSet && !t_stError.bLent;
-    return uiCode;
+    va_list arguments;
+    va_start(arguments, hintFormat);
+    HintSet(hintFormat, arguments);
+    va_end(arguments);
+    t_error.isRefused = t_error.isSet && !t_error.isLent;
+    return code;
 }
 
-void zryaml::ErrorPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept
+void zryaml::ErrorPlaceAdd(uint32_t line, uint32_t column) noexcept
 {
-    YamlErrorInfo &stInfo = t_stError.stInfo;
-    if (t_stError.bSet && !t_stError.bLent && stInfo.uiLine == 0) {
-        stInfo.uiLine = uiLine;
-        stInfo.uiColumn = uiColumn;
+    YamlErrorInfo &info = t_error.info;
+    if (t_error.isSet && !t_error.isLent && info.uiLine == 0) {
+        info.uiLine = line;
+        info.uiColumn = column;
     }
 }
 
-void zryaml::ErrorFirstPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept
+void zryaml::ErrorFirstPlaceAdd(uint32_t line, uint32_t column) noexcept
 {
-    YamlErrorInfo &stInfo = t_stError.stInfo;
-    if (t_stError.bSet && !t_stError.bLent && stInfo.uiFirstLine == 0) {
-        stInfo.uiFirstLine = uiLine;
-        stInfo.uiFirstColumn = uiColumn;
+    YamlErrorInfo &info = t_error.info;
+    if (t_error.isSet && !t_error.isLent && info.uiFirstLine == 0) {
+        info.uiFirstLine = line;
+        info.uiFirstColumn = column;
     }
 }
 
 void zryaml::ErrorFileAdd(const char *pcFile) noexcept
 {
-    ErrorTexts *pstTexts = TextsInProgress();
-    if (pstTexts != nullptr && pstTexts->acFile[0] == '\0')
-        TextKeep(pstTexts->acFile, pcFile);
+    ErrorTexts *texts = TextsInProgress();
+    if (texts != nullptr && texts->file[0] == '\0')
+        TextKeep(texts->file, pcFile);
 }
 
 void zryaml::ErrorKeyPathAdd(const char *pcKeyPath) noexcept
 {
-    ErrorTexts *pstTexts = TextsInProgress();
-    if (pstTexts != nullptr && pstTexts->acKeyPath[0] == '\0')
-        TextKeep(pstTexts->acKeyPath, pcKeyPath);
+    ErrorTexts *texts = TextsInProgress();
+    if (texts != nullptr && texts->keyPath[0] == '\0')
+        TextKeep(texts->keyPath, pcKeyPath);
 }
 
 const YamlErrorInfo *ZRYAML_LastErrorGet(void)
 {
-    const ErrorTexts *pstTexts = t_stError.pstTexts;
-    const char *pcNoText = t_stError.bSet ? "there is no memory left to say what went wrong" : "";
-    YamlErrorInfo &stInfo = t_stError.stInfo;
-    stInfo.uiSize = sizeof(stInfo);
-    stInfo.pcMessage = pstTexts != nullptr ? pstTexts->acSentence : pcNoText;
-    stInfo.pcHint = pstTexts != nullptr ? pstTexts->acHint : "";
-    stInfo.pcFile = pstTexts != nullptr ? pstTexts->acFile : "";
-    stInfo.pcKeyPath = pstTexts != nullptr ? pstTexts->acKeyPath : "";
-    stInfo.pcRecord = pstTexts != nullptr ? pstTexts->acRecord : pcNoText;
-    return &stInfo;
+    const ErrorTexts *texts = t_error.texts;
+    const char *noText = t_error.isSet ? "there is no memory left to say what went wrong" : "";
+    YamlErrorInfo &info = t_error.info;
+    info.uiSize = sizeof(info);
+    info.pcMessage = texts != nullptr ? texts->sentence : noText;
+    info.pcHint = texts != nullptr ? texts->hint : "";
+    info.pcFile = texts != nullptr ? texts->file : "";
+    info.pcKeyPath = texts != nullptr ? texts->keyPath : "";
+    info.pcRecord = texts != nullptr ? texts->record : noText;
+    return &info;
 }

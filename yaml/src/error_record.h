@@ -15,31 +15,31 @@ namespace zryaml {
 struct ErrorTexts;
 
 struct ErrorRecord {
-    YamlErrorInfo stInfo; // its texts are set when it is asked for
-    ErrorTexts *pstTexts; // NULL before the first failure
-    bool bSet;            // the thread has a failure
-    bool bLent;           // it belongs to a call whose record is being logged
-    bool bRefused;        // it is the caller's limit, not the system, that says no
+    YamlErrorInfo info; // its texts are set when it is asked for
+    ErrorTexts *texts;  // NULL before the first failure
+    bool isSet;         // the thread has a failure
+    bool isLent;        // it belongs to a call whose record is being logged
+    bool isRefused;     // it is the caller's limit, not the system, that says no
 };
 
 // So small that it lies in the memory that a thread has from its start, also where the library is opened at run time.
-extern constinit thread_local ErrorRecord t_stError __attribute__((tls_model("initial-exec")));
+extern constinit thread_local ErrorRecord t_error __attribute__((tls_model("initial-exec")));
 
 [[nodiscard]] inline bool ErrorIsSet() noexcept
 {
-    return t_stError.bSet;
+    return t_error.isSet;
 }
 
 void ErrorForget() noexcept;
 // Forgets the failure of an earlier call, if there was one.
 inline void ErrorClear() noexcept
 {
-    if (t_stError.bSet || t_stError.bLent) [[unlikely]]
+    if (t_error.isSet || t_error.isLent) [[unlikely]]
         ErrorForget();
 }
 // Keeps code and text of a failure, unless this call has one already. The sentence for people and the hint are taken
 // from the table of plain_sentence.h, by code and format.
-void ErrorNote(uint32_t uiCode, const char *pcFormat, ...) noexcept __attribute__((format(printf, 2, 3)));
+void ErrorNote(uint32_t code, const char *pcFormat, ...) noexcept __attribute__((format(printf, 2, 3)));
 
 // The following add to a failure that has been noted, once each: what is known first is the more exact. Sentence and
 // hint take the place of the table's.
@@ -47,28 +47,28 @@ void ErrorSentence(const char *pcFormat, ...) noexcept __attribute__((format(pri
 void ErrorHintAdd(const char *pcFormat, ...) noexcept __attribute__((format(printf, 1, 2)));
 // Adds a hint to a failure of the document and is its code: return Refuse(YAML_FAIL(...), "a file may have %u ...",
 // uiLimit);
-[[nodiscard]] uint32_t Refuse(uint32_t uiCode, const char *pcHintFormat, ...) noexcept
+[[nodiscard]] uint32_t Refuse(uint32_t code, const char *hintFormat, ...) noexcept
     __attribute__((format(printf, 2, 3)));
 // Whether the failure is one of memory that ran out, and not of a limit, which has the same code.
 [[nodiscard]] inline bool ErrorIsShortMemory() noexcept
 {
-    return t_stError.bSet && t_stError.stInfo.uiCode == YAML_ERR_NOMEM && !t_stError.bRefused;
+    return t_error.isSet && t_error.info.uiCode == YAML_ERR_NOMEM && !t_error.isRefused;
 }
-void ErrorPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept;
-void ErrorFirstPlaceAdd(uint32_t uiLine, uint32_t uiColumn) noexcept;
-void ErrorFileAdd(const char *pcFile) noexcept;
-void ErrorKeyPathAdd(const char *pcKeyPath) noexcept;
+void ErrorPlaceAdd(uint32_t line, uint32_t column) noexcept;
+void ErrorFirstPlaceAdd(uint32_t line, uint32_t column) noexcept;
+void ErrorFileAdd(const char *file) noexcept;
+void ErrorKeyPathAdd(const char *keyPath) noexcept;
 
 // While it lives, whatever calls the library clears and sets a record of its own; then the thread has this one again.
 class ErrorKeeper {
 public:
-    ErrorKeeper() noexcept : m_stKept(t_stError) { t_stError.bLent = true; }
+    ErrorKeeper() noexcept : m_kept(t_error) { t_error.isLent = true; }
     ~ErrorKeeper();
     ErrorKeeper(const ErrorKeeper &) = delete;
     ErrorKeeper &operator=(const ErrorKeeper &) = delete;
 
 private:
-    ErrorRecord m_stKept;
+    ErrorRecord m_kept;
 };
 
 } // namespace zryaml

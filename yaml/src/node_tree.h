@@ -39,49 +39,49 @@ struct NodePlace {
 
 // What is made for an alias or a merge. Its own place is that of the alias.
 struct CopiedNode {
-    YamlListNode stNode;
-    NodePlace stWritten; // where the file wrote what it is a copy of
+    YamlListNode node;
+    NodePlace written; // where the file wrote what it is a copy of
 };
 
-[[nodiscard]] inline NodePlace WrittenPlaceOf(const YamlListNode &stNode) noexcept
+[[nodiscard]] inline NodePlace WrittenPlaceOf(const YamlListNode &node) noexcept
 {
-    if ((stNode.uiState & NODE_COPY) == 0)
-        return {stNode.uiLine, stNode.uiColumn};
-    return reinterpret_cast<const CopiedNode &>(stNode).stWritten;
+    if ((node.uiState & NODE_COPY) == 0)
+        return {node.uiLine, node.uiColumn};
+    return reinterpret_cast<const CopiedNode &>(node).written;
 }
 
-[[nodiscard]] constexpr uint32_t StateGet(const YamlListNode &stNode, uint32_t uiMask, uint32_t uiShift) noexcept
+[[nodiscard]] constexpr uint32_t StateGet(const YamlListNode &node, uint32_t mask, uint32_t shift) noexcept
 {
-    return (stNode.uiState & uiMask) >> uiShift;
+    return (node.uiState & mask) >> shift;
 }
 
-constexpr void StateSet(YamlListNode &stNode, uint32_t uiMask, uint32_t uiShift, uint32_t uiNumber) noexcept
+constexpr void StateSet(YamlListNode &node, uint32_t mask, uint32_t shift, uint32_t number) noexcept
 {
-    stNode.uiState = (stNode.uiState & ~uiMask) | (uiNumber << uiShift & uiMask);
+    node.uiState = (node.uiState & ~mask) | (number << shift & mask);
 }
 
-constexpr void ListInit(YamlList &stHead) noexcept
+constexpr void ListInit(YamlList &head) noexcept
 {
-    stHead.next = stHead.prev = &stHead;
+    head.next = head.prev = &head;
 }
 
-[[nodiscard]] constexpr bool ListIsEmpty(const YamlList &stHead) noexcept
+[[nodiscard]] constexpr bool ListIsEmpty(const YamlList &head) noexcept
 {
-    return stHead.next == &stHead;
+    return head.next == &head;
 }
 
-constexpr void ListInsertAfter(YamlList &stWhere, YamlList &stNew) noexcept
+constexpr void ListInsertAfter(YamlList &where, YamlList &made) noexcept
 {
-    stNew.next = stWhere.next;
-    stNew.prev = &stWhere;
-    stWhere.next->prev = &stNew;
-    stWhere.next = &stNew;
+    made.next = where.next;
+    made.prev = &where;
+    where.next->prev = &made;
+    where.next = &made;
 }
 
-constexpr void ListRemove(YamlList &stLink) noexcept
+constexpr void ListRemove(YamlList &link) noexcept
 {
-    stLink.prev->next = stLink.next;
-    stLink.next->prev = stLink.prev;
+    link.prev->next = link.next;
+    link.next->prev = link.prev;
 }
 
 enum class NodeLink : size_t { // the value is the link's offset in its record
@@ -90,70 +90,70 @@ enum class NodeLink : size_t { // the value is the link's offset in its record
     Alloc = offsetof(YamlListNode, stAllocLink),
 };
 
-[[nodiscard]] inline YamlListNode *NodeOf(const YamlList *pstLink, NodeLink eLink) noexcept
+[[nodiscard]] inline YamlListNode *NodeOf(const YamlList *link, NodeLink by) noexcept
 {
-    return reinterpret_cast<YamlListNode *>(reinterpret_cast<uintptr_t>(pstLink) - static_cast<size_t>(eLink));
+    return reinterpret_cast<YamlListNode *>(reinterpret_cast<uintptr_t>(link) - static_cast<size_t>(by));
 }
 
 // The link rule: by which link the children of a node hang.
-[[nodiscard]] constexpr NodeLink ChildLinkOf(const YamlListNode &stFather) noexcept
+[[nodiscard]] constexpr NodeLink ChildLinkOf(const YamlListNode &father) noexcept
 {
-    const bool bSeq = stFather.uiNextLevelType == YAML_DATATYPE_SEQ || stFather.uiDataType == YAML_DATATYPE_SEQ;
-    return bSeq ? NodeLink::Seq : NodeLink::Child;
+    const bool isSequence = father.uiNextLevelType == YAML_DATATYPE_SEQ || father.uiDataType == YAML_DATATYPE_SEQ;
+    return isSequence ? NodeLink::Seq : NodeLink::Child;
 }
 
-[[nodiscard]] inline const YamlList &LinkOf(const YamlListNode &stNode, NodeLink eLink) noexcept
+[[nodiscard]] inline const YamlList &LinkOf(const YamlListNode &node, NodeLink by) noexcept
 {
-    return eLink == NodeLink::Seq ? stNode.stSeqLink : stNode.stChildLink;
+    return by == NodeLink::Seq ? node.stSeqLink : node.stChildLink;
 }
 
-[[nodiscard]] inline YamlList &LinkIn(const YamlListNode &stFather, YamlListNode &stChild) noexcept
+[[nodiscard]] inline YamlList &LinkIn(const YamlListNode &father, YamlListNode &child) noexcept
 {
-    return ChildLinkOf(stFather) == NodeLink::Seq ? stChild.stSeqLink : stChild.stChildLink;
+    return ChildLinkOf(father) == NodeLink::Seq ? child.stSeqLink : child.stChildLink;
 }
 
-[[nodiscard]] constexpr bool IsNode(const YamlListNode &stNode) noexcept
+[[nodiscard]] constexpr bool IsNode(const YamlListNode &node) noexcept
 {
-    return stNode.uiMagic == YAML_NODE_MAGIC;
+    return node.uiMagic == YAML_NODE_MAGIC;
 }
 
 constexpr size_t MarkLengthMax = 127; // stands for all lengths from there on
 
 // Length and last characters of a text, by which most keys of a map are told apart without a look at their texts. Never
 // 0, which a key has that was made by hand; any other has its text.
-[[nodiscard]] inline uint32_t TextMarkOf(std::string_view svText) noexcept
+[[nodiscard]] inline uint32_t TextMarkOf(std::string_view text) noexcept
 {
-    const size_t ulLength = svText.size();
-    uint32_t uiEnd = 0;
-    if (ulLength >= sizeof(uiEnd))
-        memcpy(&uiEnd, svText.data() + ulLength - sizeof(uiEnd), sizeof(uiEnd));
+    const size_t ulLength = text.size();
+    uint32_t endChars = 0;
+    if (ulLength >= sizeof(endChars))
+        memcpy(&endChars, text.data() + ulLength - sizeof(endChars), sizeof(endChars));
     else
-        for (const char cChar : svText)
-            uiEnd = uiEnd << 8 | static_cast<uint32_t>(static_cast<unsigned char>(cChar)) << 8;
-    const auto uiLength = static_cast<uint32_t>(ulLength < MarkLengthMax ? ulLength : MarkLengthMax);
-    return uiLength << 25 | 1U << 24 | uiEnd >> 8;
+        for (const char byte : text)
+            endChars = endChars << 8 | static_cast<uint32_t>(static_cast<unsigned char>(byte)) << 8;
+    const auto length = static_cast<uint32_t>(ulLength < MarkLengthMax ? ulLength : MarkLengthMax);
+    return length << 25 | 1U << 24 | endChars >> 8;
 }
 
 class WantedKey { // a text that a key is searched by
 public:
-    explicit WantedKey(std::string_view svText) noexcept : m_svText(svText), m_uiMark(TextMarkOf(svText)) {}
-    [[nodiscard]] bool IsOf(const YamlListNode &stKey) const noexcept
+    explicit WantedKey(std::string_view text) noexcept : m_text(text), m_mark(TextMarkOf(text)) {}
+    [[nodiscard]] bool IsOf(const YamlListNode &key) const noexcept
     {
-        if (stKey.uPlace.uiTextMark != m_uiMark)
-            return stKey.uPlace.uiTextMark == 0 && stKey.pcValue != nullptr && m_svText == stKey.pcValue;
-        if (m_svText.size() >= MarkLengthMax)
-            return m_svText == stKey.pcValue;
-        return memcmp(stKey.pcValue, m_svText.data(), m_svText.size()) == 0; // the mark has told the length
+        if (key.uPlace.uiTextMark != m_mark)
+            return key.uPlace.uiTextMark == 0 && key.pcValue != nullptr && m_text == key.pcValue;
+        if (m_text.size() >= MarkLengthMax)
+            return m_text == key.pcValue;
+        return memcmp(key.pcValue, m_text.data(), m_text.size()) == 0; // the mark has told the length
     }
 
 private:
-    std::string_view m_svText;
-    uint32_t m_uiMark;
+    std::string_view m_text;
+    uint32_t m_mark;
 };
 
-[[nodiscard]] constexpr bool HasChildren(const YamlListNode &stNode) noexcept
+[[nodiscard]] constexpr bool HasChildren(const YamlListNode &node) noexcept
 {
-    return !ListIsEmpty(stNode.stChildList);
+    return !ListIsEmpty(node.stChildList);
 }
 
 // The nodes of a list, first to last; ends at the head or at a record without the magic.
@@ -162,63 +162,63 @@ public:
     struct End {};
     class Iterator {
     public:
-        Iterator(const YamlList *pstLink, const YamlList *pstHead, NodeLink eLink) noexcept
-            : m_pstLink(pstLink), m_pstHead(pstHead), m_eLink(eLink)
+        Iterator(const YamlList *link, const YamlList *pstHead, NodeLink by) noexcept
+            : m_link(link), m_head(pstHead), m_by(by)
         {}
-        YamlListNode &operator*() const noexcept { return *NodeOf(m_pstLink, m_eLink); }
+        YamlListNode &operator*() const noexcept { return *NodeOf(m_link, m_by); }
         Iterator &operator++() noexcept
         {
-            m_pstLink = m_pstLink->next;
+            m_link = m_link->next;
             return *this;
         }
-        bool operator==(End) const noexcept { return m_pstLink == m_pstHead || !IsNode(**this); }
+        bool operator==(End) const noexcept { return m_link == m_head || !IsNode(**this); }
 
     private:
-        const YamlList *m_pstLink;
-        const YamlList *m_pstHead;
-        NodeLink m_eLink;
+        const YamlList *m_link;
+        const YamlList *m_head;
+        NodeLink m_by;
     };
 
-    NodeRange(const YamlList &stHead, NodeLink eLink) noexcept : m_stBegin(stHead.next, &stHead, eLink) {}
-    [[nodiscard]] Iterator begin() const noexcept { return m_stBegin; }
+    NodeRange(const YamlList &head, NodeLink by) noexcept : m_begin(head.next, &head, by) {}
+    [[nodiscard]] Iterator begin() const noexcept { return m_begin; }
     [[nodiscard]] End end() const noexcept { return {}; }
 
 private:
-    Iterator m_stBegin;
+    Iterator m_begin;
 };
 
-[[nodiscard]] inline NodeRange Children(const YamlListNode &stFather) noexcept
+[[nodiscard]] inline NodeRange Children(const YamlListNode &father) noexcept
 {
-    return {stFather.stChildList, ChildLinkOf(stFather)};
+    return {father.stChildList, ChildLinkOf(father)};
 }
 
-[[nodiscard]] inline YamlListNode *FirstChild(const YamlListNode &stFather) noexcept
+[[nodiscard]] inline YamlListNode *FirstChild(const YamlListNode &father) noexcept
 {
-    const NodeRange stChildren = Children(stFather);
-    return stChildren.begin() == stChildren.end() ? nullptr : &*stChildren.begin();
+    const NodeRange children = Children(father);
+    return children.begin() == children.end() ? nullptr : &*children.begin();
 }
 
 // The first child fixes the type of its father's children.
-inline void ChildTypeFix(YamlListNode &stFather, uint32_t uiDataType) noexcept
+inline void ChildTypeFix(YamlListNode &father, uint32_t dataType) noexcept
 {
-    if (stFather.uiNextLevelType == YAML_DATATYPE_NONE)
-        stFather.uiNextLevelType = uiDataType;
+    if (father.uiNextLevelType == YAML_DATATYPE_NONE)
+        father.uiNextLevelType = dataType;
 }
 
 // Gives the index of a map back, if it has one: before its keys change.
 void KeyIndexDrop(YamlListNode &map) noexcept;
 
 // Hangs a node below a father as its last child.
-inline void ChildAppend(YamlListNode &stFather, YamlListNode &stChild) noexcept
+inline void ChildAppend(YamlListNode &father, YamlListNode &child) noexcept
 {
-    if ((stFather.uiState & NODE_INDEXED) != 0) [[unlikely]]
-        KeyIndexDrop(stFather);
-    stChild.pstFather = &stFather;
-    ChildTypeFix(stFather, stChild.uiDataType);
-    if (stFather.uiDataType == YAML_DATATYPE_SEQ)
-        stChild.uPlace.uiNumber =
-            HasChildren(stFather) ? NodeOf(stFather.stChildList.prev, NodeLink::Seq)->uPlace.uiNumber + 1 : 0;
-    ListInsertAfter(*stFather.stChildList.prev, LinkIn(stFather, stChild));
+    if ((father.uiState & NODE_INDEXED) != 0) [[unlikely]]
+        KeyIndexDrop(father);
+    child.pstFather = &father;
+    ChildTypeFix(father, child.uiDataType);
+    if (father.uiDataType == YAML_DATATYPE_SEQ)
+        child.uPlace.uiNumber =
+            HasChildren(father) ? NodeOf(father.stChildList.prev, NodeLink::Seq)->uPlace.uiNumber + 1 : 0;
+    ListInsertAfter(*father.stChildList.prev, LinkIn(father, child));
 }
 
 } // namespace zryaml

@@ -14,14 +14,14 @@ namespace {
 struct Row {
     uint32_t uiCode;
     const char *pcRecord; // its format; NULL: any
-    zryaml::PlainSentence stPlain;
+    zryaml::PlainSentence plain;
 };
 
 constexpr const char *NullArgument = "an argument is NULL";
 constexpr const char *MergeHint = "what '<<' merges must be a map, or a sequence of maps";
 constexpr const char *KeyHint = "only a text can be a key: is a bracket before it left open?";
 
-constexpr Row g_astRow[] = {
+constexpr Row g_row[] = {
     {YAML_ERR_NOMEM,
      "The file is too large. (Limit=%zu)",
      {"the file has more than %zu bytes", "a file may have %zu bytes (limit ulFileBytes)"}},
@@ -131,16 +131,16 @@ constexpr Row g_astRow[] = {
      {"there is no anchor '&%s' for this alias",
       "write '&%s' before it, on something that has ended; quote a text that begins with '*'"}},
 };
-static_assert(std::ranges::is_sorted(g_astRow, {}, &Row::uiCode));
+static_assert(std::ranges::is_sorted(g_row, {}, &Row::uiCode));
 
 } // namespace
 
-zryaml::PlainSentence zryaml::PlainSentenceFind(uint32_t uiCode, const char *pcRecord) noexcept
+zryaml::PlainSentence zryaml::PlainSentenceFind(uint32_t code, const char *record) noexcept
 {
-    const auto *pstRow = std::ranges::lower_bound(g_astRow, uiCode, {}, &Row::uiCode);
-    for (; pstRow != std::end(g_astRow) && pstRow->uiCode == uiCode; ++pstRow) {
-        if (pstRow->pcRecord == nullptr || strcmp(pstRow->pcRecord, pcRecord) == 0)
-            return pstRow->stPlain;
+    const auto *row = std::ranges::lower_bound(g_row, code, {}, &Row::uiCode);
+    for (; row != std::end(g_row) && row->uiCode == code; ++row) {
+        if (row->pcRecord == nullptr || strcmp(row->pcRecord, record) == 0)
+            return row->plain;
     }
     return {nullptr, ""};
 }

@@ -6,12 +6,12 @@
 
 namespace zryaml {
 
-struct PlainSentence {      // printf-style, with the first arguments of the log record that they stand for
-    const char *pcSentence; // NULL: nothing better is known than the record
-    const char *pcHint;     // never NULL
+struct PlainSentence {    // printf-style, with the first arguments of the log record that they stand for
+    const char *sentence; // NULL: nothing better is known than the record
+    const char *pcHint;   // never NULL
 };
 
 // By code and format of the log record.
-[[nodiscard]] PlainSentence PlainSentenceFind(uint32_t uiCode, const char *pcRecord) noexcept;
+[[nodiscard]] PlainSentence PlainSentenceFind(uint32_t code, const char *record) noexcept;
 
 } // namespace zryaml

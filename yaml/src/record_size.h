@@ -9,9 +9,9 @@ namespace zryaml {
 
 // Whether a caller's record has all fields of version 1.0, which is what a size of 0 stands for. A record that has
 // grown since then is compared with the size it had then.
-template <typename Record> [[nodiscard]] constexpr bool RecordFits(const Record &stRecord) noexcept
+template <typename Record> [[nodiscard]] constexpr bool RecordFits(const Record &record) noexcept
 {
-    return stRecord.uiSize == 0 || stRecord.uiSize >= sizeof(Record);
+    return record.uiSize == 0 || record.uiSize >= sizeof(Record);
 }
 
 } // namespace zryaml

@@ -17,7 +17,7 @@
 // The sink may call the library, so the record of the call under way is kept meanwhile.
 #define YAML_LOG_ONLY(uiLevel, uiCode, ...)                                                            \
     [&](const char *pcFunction) {                                                                      \
-        const zryaml::ErrorKeeper stKeeper;                                                            \
+        const zryaml::ErrorKeeper keeper;                                                              \
         ZR_LogWrite(&YamlLogModule, (uiLevel), (uiCode), __FILE__, __LINE__, pcFunction, __VA_ARGS__); \
     }(__func__)
 
@@ -31,5 +31,5 @@
 #define YAML_FAIL(uiCode, ...) (YAML_LOG(YAML_LOG_ERROR, (uiCode), __VA_ARGS__), uint32_t{uiCode})
 
 // Runs a bounds-checked call; a refusal is logged and the caller carries on.
-#define YAML_SECURE(iResult) \
-    ((iResult) == 0 ? (void)0 : YAML_LOG_ONLY(YAML_LOG_WARN, YAML_ERR_PARAM, "Secure check fail."))
+#define YAML_SECURE(result) \
+    ((result) == 0 ? (void)0 : YAML_LOG_ONLY(YAML_LOG_WARN, YAML_ERR_PARAM, "Secure check fail."))

@@ -7,6 +7,6 @@
 namespace zryaml {
 
 // Path or name of the source that a node's place lies in; "" if there is none. Belongs to the document.
-[[nodiscard]] const char *SourceNameOf(const YamlListNode *pstNode) noexcept;
+[[nodiscard]] const char *SourceNameOf(const YamlListNode *node) noexcept;
 
 } // namespace zryaml

@@ -13,7 +13,7 @@ struct CodeName {
     {                   \
         code, #code     \
     }
-constexpr CodeName g_astCodeName[] = {
+constexpr CodeName g_codeName[] = {
     CODE_NAME(YAML_OK),
     CODE_NAME(YAML_ERR_NOMEM),
     CODE_NAME(YAML_ERR_PARAM),
@@ -49,9 +49,9 @@ constexpr CodeName g_astCodeName[] = {
 
 const char *ZRYAML_CodeNameGet(uint32_t uiCode)
 {
-    for (const CodeName &stName : g_astCodeName) {
-        if (stName.uiCode == uiCode)
-            return stName.pcName;
+    for (const CodeName &name : g_codeName) {
+        if (name.uiCode == uiCode)
+            return name.pcName;
     }
     return "";
 }

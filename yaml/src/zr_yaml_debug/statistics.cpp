@@ -25,35 +25,35 @@ uint32_t yaml_ElapseTimeGet(const struct timespec *pstStart, uint32_t *puiElapse
 {
     if (DebugSwitch() == 0)
         return YAML_ERR_SWITCH_OFF;
-    struct timespec stNow = {};
-    (void)clock_gettime(CLOCK_MONOTONIC, &stNow);
+    struct timespec now = {};
+    (void)clock_gettime(CLOCK_MONOTONIC, &now);
 
-    int64_t lSeconds = stNow.tv_sec - pstStart->tv_sec;
-    int64_t lNs = stNow.tv_nsec - pstStart->tv_nsec;
-    if (lNs < 0) { // borrow
-        lNs += NsPerSecond;
-        --lSeconds;
+    int64_t seconds = now.tv_sec - pstStart->tv_sec;
+    int64_t ns = now.tv_nsec - pstStart->tv_nsec;
+    if (ns < 0) { // borrow
+        ns += NsPerSecond;
+        --seconds;
     }
-    if (lSeconds < 0)
+    if (seconds < 0)
         return YAML_ERR_PARAM;
-    *puiElapse = static_cast<uint32_t>(lSeconds) * MsPerSecond + static_cast<uint32_t>(lNs / NsPerMs);
+    *puiElapse = static_cast<uint32_t>(seconds) * MsPerSecond + static_cast<uint32_t>(ns / NsPerMs);
     return YAML_OK;
 }
 
 void yaml_ParseElapseTimeGet(YamlHandle *pstHandle, const struct timespec *pstStart)
 {
-    uint32_t uiElapse = 0;
-    if (yaml_ElapseTimeGet(pstStart, &uiElapse) == YAML_OK)
-        pstHandle->uiParseTime = uiElapse;
+    uint32_t elapse = 0;
+    if (yaml_ElapseTimeGet(pstStart, &elapse) == YAML_OK)
+        pstHandle->uiParseTime = elapse;
 }
 
 void yaml_QueryDbgInfoRecord(YamlHandle *pstHandle, const struct timespec *pstStart)
 {
-    uint32_t uiElapse = 0;
-    if (yaml_ElapseTimeGet(pstStart, &uiElapse) != YAML_OK)
+    uint32_t elapse = 0;
+    if (yaml_ElapseTimeGet(pstStart, &elapse) != YAML_OK)
         return;
     __atomic_fetch_add(&pstHandle->uiQueryCount, 1U, __ATOMIC_RELAXED);
-    __atomic_fetch_add(&pstHandle->ulQueryTimeTotal, uint64_t{uiElapse} + 1, __ATOMIC_RELAXED);
+    __atomic_fetch_add(&pstHandle->ulQueryTimeTotal, uint64_t{elapse} + 1, __ATOMIC_RELAXED);
 }
 
 uint32_t ZRYAML_DebugInfoGet(YamlHandle *pstHandle, YamlDebugInfo *pstDebugInfo)
@@ -66,9 +66,9 @@ uint32_t ZRYAML_DebugInfoGet(YamlHandle *pstHandle, YamlDebugInfo *pstDebugInfo)
 
     YAML_SECURE(memset_s(pstDebugInfo, sizeof(*pstDebugInfo), 0, sizeof(*pstDebugInfo)));
     const uint32_t uiCount = __atomic_load_n(&pstHandle->uiQueryCount, __ATOMIC_RELAXED);
-    const uint64_t ulTotal = __atomic_load_n(&pstHandle->ulQueryTimeTotal, __ATOMIC_RELAXED);
+    const uint64_t total = __atomic_load_n(&pstHandle->ulQueryTimeTotal, __ATOMIC_RELAXED);
     *pstDebugInfo = {pstHandle->uiParseTime, pstHandle->uiMemSize, uiCount, 0};
     if (uiCount != 0)
-        pstDebugInfo->uiQueryTimeAvg = static_cast<uint32_t>(ulTotal / uiCount);
+        pstDebugInfo->uiQueryTimeAvg = static_cast<uint32_t>(total / uiCount);
     return YAML_OK;
 }

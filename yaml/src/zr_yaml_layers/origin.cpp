@@ -70,10 +70,10 @@ char *NameMake(const char *kind, std::string_view name) noexcept
 
 } // namespace
 
-const char *zryaml::SourceNameOf(const YamlListNode *pstNode) noexcept
+const char *zryaml::SourceNameOf(const YamlListNode *node) noexcept
 {
-    const YamlHandle *handle = ZRYAML_DocumentGet(pstNode);
-    const LayerSource *source = handle != nullptr ? SourceOf(*handle, *pstNode) : nullptr;
+    const YamlHandle *handle = ZRYAML_DocumentGet(node);
+    const LayerSource *source = handle != nullptr ? SourceOf(*handle, *node) : nullptr;
     return source != nullptr ? source->name : ZRYAML_NameGet(handle);
 }
 

@@ -13,7 +13,7 @@ using namespace zryaml::parse;
 
 namespace {
 
-constexpr const char *g_apcEventName[] = {
+constexpr const char *g_eventName[] = {
     "NO EVENT",
     "- event type: STREAM-START",
     "- event type: STREAM-END",
@@ -26,19 +26,19 @@ constexpr const char *g_apcEventName[] = {
     "- event type: MAPPING-START",
     "- event type: MAPPING-end",
 };
-static_assert(std::size(g_apcEventName) == YAML_MAPPING_END_EVENT + 1);
+static_assert(std::size(g_eventName) == YAML_MAPPING_END_EVENT + 1);
 
-ZRYAML_RARE void EventTrace(const yaml_event_t &stEvent) noexcept
+ZRYAML_RARE void EventTrace(const yaml_event_t &event) noexcept
 {
-    switch (stEvent.type) {
+    switch (event.type) {
     case YAML_ALIAS_EVENT:
-        YAML_NOTE(YAML_OK, "- event type: ALIAS(anchor=%s)", stEvent.data.alias.anchor);
+        YAML_NOTE(YAML_OK, "- event type: ALIAS(anchor=%s)", event.data.alias.anchor);
         break;
     case YAML_SCALAR_EVENT:
-        YAML_NOTE(YAML_OK, "- event type: SCALAR(value=%s)", stEvent.data.scalar.value);
+        YAML_NOTE(YAML_OK, "- event type: SCALAR(value=%s)", event.data.scalar.value);
         break;
     default:
-        YAML_NOTE(YAML_OK, "%s", g_apcEventName[stEvent.type]);
+        YAML_NOTE(YAML_OK, "%s", g_eventName[event.type]);
         break;
     }
 }

@@ -11,24 +11,24 @@ constexpr uint64_t CopyBytesFactor = 16; // a document may copy its own bytes so
 
 } // namespace
 
-uint32_t zryaml::parse::DepthCheck(const YamlHandle &stHandle, uint32_t uiMore) noexcept
+uint32_t zryaml::parse::DepthCheck(const YamlHandle &handle, uint32_t more) noexcept
 {
-    const uint32_t uiDepth = stHandle.uiEventDepth + uiMore;
-    if (uiDepth <= stHandle.stLimits.uiDepth)
+    const uint32_t depth = handle.uiEventDepth + more;
+    if (depth <= handle.stLimits.uiDepth)
         return YAML_OK;
-    return Refuse(YAML_FAIL(YAML_ERR_EVENT, "The collections are nested too deep. (Depth=%u)", uiDepth),
-                  "they may be nested %u deep (limit uiDepth)", stHandle.stLimits.uiDepth);
+    return Refuse(YAML_FAIL(YAML_ERR_EVENT, "The collections are nested too deep. (Depth=%u)", depth),
+                  "they may be nested %u deep (limit uiDepth)", handle.stLimits.uiDepth);
 }
 
-uint32_t zryaml::parse::CopyCharge(YamlHandle &stHandle, uint64_t ulTextBytes) noexcept
+uint32_t zryaml::parse::CopyCharge(YamlHandle &handle, uint64_t textBytes) noexcept
 {
-    const uint64_t ulOwnShare = CopyBytesFactor * stHandle.ulOwnBytes;
-    const uint64_t ulLimit = stHandle.stLimits.ulCopyBytes;
-    stHandle.ulCopyCharge += sizeof(YamlListNode) + ulTextBytes;
-    if (stHandle.ulCopyCharge <= ulOwnShare || stHandle.ulCopyCharge - ulOwnShare <= ulLimit)
+    const uint64_t ownShare = CopyBytesFactor * handle.ulOwnBytes;
+    const uint64_t limit = handle.stLimits.ulCopyBytes;
+    handle.ulCopyCharge += sizeof(YamlListNode) + textBytes;
+    if (handle.ulCopyCharge <= ownShare || handle.ulCopyCharge - ownShare <= limit)
         return YAML_OK;
     return Refuse(YAML_FAIL(YAML_ERR_NOMEM, "The alias expansion is too large. (Alias=%s)",
-                            stHandle.pcAlias != nullptr ? stHandle.pcAlias : ""),
+                            handle.pcAlias != nullptr ? handle.pcAlias : ""),
                   "aliases and merges may copy %zu bytes and 16 times those of the document itself (limit ulCopyBytes)",
-                  static_cast<size_t>(ulLimit));
+                  static_cast<size_t>(limit));
 }

@@ -10,9 +10,9 @@ using namespace zryaml::parse;
 
 namespace {
 
-pthread_mutex_t g_stLock = PTHREAD_MUTEX_INITIALIZER;
+pthread_mutex_t g_lock = PTHREAD_MUTEX_INITIALIZER;
 
-YamlLimits g_stLimits = {
+YamlLimits g_limits = {
     .uiSize = sizeof(YamlLimits),
     .uiDepth = YAML_EVENT_STACK_SIZE,
     .uiDirectives = 1000,             // far more than anybody writes, and parsed in less than a second
@@ -28,10 +28,10 @@ uint32_t ZRYAML_LimitsSet(const YamlLimits *pstLimits)
     if (pstLimits == nullptr || !RecordFits(*pstLimits) || pstLimits->uiDepth == 0 ||
         pstLimits->uiDepth > YAML_EVENT_STACK_SIZE)
         return YAML_FAIL(YAML_ERR_PARAM, "The limits are invalid.");
-    (void)pthread_mutex_lock(&g_stLock);
-    g_stLimits = *pstLimits;
-    g_stLimits.uiSize = sizeof(YamlLimits);
-    (void)pthread_mutex_unlock(&g_stLock);
+    (void)pthread_mutex_lock(&g_lock);
+    g_limits = *pstLimits;
+    g_limits.uiSize = sizeof(YamlLimits);
+    (void)pthread_mutex_unlock(&g_lock);
     return YAML_OK;
 }
 
@@ -39,7 +39,7 @@ void ZRYAML_LimitsGet(YamlLimits *pstLimits)
 {
     if (pstLimits == nullptr || !RecordFits(*pstLimits))
         return;
-    (void)pthread_mutex_lock(&g_stLock);
-    *pstLimits = g_stLimits;
-    (void)pthread_mutex_unlock(&g_stLock);
+    (void)pthread_mutex_lock(&g_lock);
+    *pstLimits = g_limits;
+    (void)pthread_mutex_unlock(&g_lock);
 }

@@ -19,124 +19,124 @@ using namespace zryaml::parse;
 namespace {
 
 struct Parser { // deleted however the loop is left
-    yaml_parser_t stRaw;
-    bool bReady;
+    yaml_parser_t rawRoom;
+    bool isReady;
 
     Parser() noexcept
     {
-        YAML_SECURE(memset_s(&stRaw, sizeof(stRaw), 0, sizeof(stRaw)));
-        bReady = yaml_parser_initialize(&stRaw) != 0;
+        YAML_SECURE(memset_s(&rawRoom, sizeof(rawRoom), 0, sizeof(rawRoom)));
+        isReady = yaml_parser_initialize(&rawRoom) != 0;
     }
     ~Parser()
     {
-        if (bReady)
-            yaml_parser_delete(&stRaw);
+        if (isReady)
+            yaml_parser_delete(&rawRoom);
     }
     Parser(const Parser &) = delete;
     Parser &operator=(const Parser &) = delete;
 };
 
 struct Event { // emptied after each use, and however the loop is left
-    yaml_event_t stRaw;
+    yaml_event_t rawRoom;
 
-    Event() noexcept { YAML_SECURE(memset_s(&stRaw, sizeof(stRaw), 0, sizeof(stRaw))); }
-    ~Event() { yaml_event_delete(&stRaw); }
+    Event() noexcept { YAML_SECURE(memset_s(&rawRoom, sizeof(rawRoom), 0, sizeof(rawRoom))); }
+    ~Event() { yaml_event_delete(&rawRoom); }
     Event(const Event &) = delete;
     Event &operator=(const Event &) = delete;
 };
 
 // Completes the error record of an event that was refused, or that begins a second document.
-uint32_t EventRefuse(const TreeBuilder &stBuilder, uint32_t uiResult, const Source &stSource) noexcept
+uint32_t EventRefuse(const TreeBuilder &builder, uint32_t result, const Source &source) noexcept
 {
-    const YamlHandle &stHandle = stBuilder.handle;
-    if (stBuilder.documents > 1) // whatever its start has come to
-        uiResult = YAML_FAIL(YAML_ERR_PARSE, "There are more than one document signs in file which is not support.");
-    if (uiResult == YAML_ERR_EVENT)
-        RefusalExplain(stSource, {stHandle.uiLine, stHandle.uiColumn}, stHandle.uiEventDepth == 0);
-    ErrorPlaceAdd(stHandle.uiLine, stHandle.uiColumn);
-    return uiResult;
+    const YamlHandle &handle = builder.handle;
+    if (builder.documents > 1) // whatever its start has come to
+        result = YAML_FAIL(YAML_ERR_PARSE, "There are more than one document signs in file which is not support.");
+    if (result == YAML_ERR_EVENT)
+        RefusalExplain(source, {handle.uiLine, handle.uiColumn}, handle.uiEventDepth == 0);
+    ErrorPlaceAdd(handle.uiLine, handle.uiColumn);
+    return result;
 }
 
 // Says why there is no event: the guard has refused, a key that is held is wrong, or what libyaml says.
-uint32_t ParseRefuse(const yaml_parser_t &stParser, const InputGuard &stGuard, TreeBuilder &stBuilder,
-                     const Source &stSource) noexcept
+uint32_t ParseRefuse(const yaml_parser_t &parser, const InputGuard &guard, TreeBuilder &builder,
+                     const Source &source) noexcept
 {
-    if (stGuard.Refusal() != YAML_OK) {
-        OffsetExplain(stSource, stGuard.RefusedAt());
-        return stGuard.Refusal();
+    if (guard.Refusal() != YAML_OK) {
+        OffsetExplain(source, guard.RefusedAt());
+        return guard.Refusal();
     }
-    const uint32_t uiSettled = stBuilder.Settle();
-    if (uiSettled != YAML_OK)
-        return EventRefuse(stBuilder, uiSettled, stSource);
-    yaml_ParseErrProcess(&stParser);
-    ParseErrorExplain(stParser, stSource);
+    const uint32_t settled = builder.Settle();
+    if (settled != YAML_OK)
+        return EventRefuse(builder, settled, source);
+    yaml_ParseErrProcess(&parser);
+    ParseErrorExplain(parser, source);
     return YAML_ERR_PARSE;
 }
 
-uint32_t EventsParse(yaml_parser_t &stParser, const Source &stSource, YamlHandle &stHandle) noexcept
+uint32_t EventsParse(yaml_parser_t &parser, const Source &source, YamlHandle &handle) noexcept
 {
-    const InputGuard stGuard(stParser, stHandle.stLimits);
-    TreeBuilder stBuilder = {stHandle, &stHandle.stRoot};
-    stBuilder.mayHold = true;
-    for (Event stEvent;; yaml_event_delete(&stEvent.stRaw)) {
-        if (yaml_parser_parse(&stParser, &stEvent.stRaw) == 0)
-            return ParseRefuse(stParser, stGuard, stBuilder, stSource);
-        const bool bEnd = stEvent.stRaw.type == YAML_STREAM_END_EVENT;
-        const uint32_t uiResult = stBuilder.Take(stEvent.stRaw);
-        if (uiResult != YAML_OK || stBuilder.documents > 1)
-            return EventRefuse(stBuilder, uiResult, stSource);
-        if (bEnd)
+    const InputGuard guard(parser, handle.stLimits);
+    TreeBuilder builder = {handle, &handle.stRoot};
+    builder.mayHold = true;
+    for (Event event;; yaml_event_delete(&event.rawRoom)) {
+        if (yaml_parser_parse(&parser, &event.rawRoom) == 0)
+            return ParseRefuse(parser, guard, builder, source);
+        const bool isEnd = event.rawRoom.type == YAML_STREAM_END_EVENT;
+        const uint32_t result = builder.Take(event.rawRoom);
+        if (result != YAML_OK || builder.documents > 1)
+            return EventRefuse(builder, result, source);
+        if (isEnd)
             return YAML_OK;
     }
 }
 
-uint32_t SourceParse(Source &stSource, YamlHandle &stHandle) noexcept
+uint32_t SourceParse(Source &source, YamlHandle &handle) noexcept
 {
-    Parser stParser;
-    if (!stParser.bReady)
+    Parser parser;
+    if (!parser.isReady)
         return YAML_FAIL(YAML_ERR_PARSER_INIT, "Could not initialize the parser object.");
-    stSource.Feed(stParser.stRaw);
-    return EventsParse(stParser.stRaw, stSource, stHandle);
+    source.Feed(parser.rawRoom);
+    return EventsParse(parser.rawRoom, source, handle);
 }
 
 // An empty document that remembers its name right behind its record.
-YamlHandle *HandleAlloc(const char *pcName) noexcept
+YamlHandle *HandleAlloc(const char *name) noexcept
 {
-    const size_t ulSize = sizeof(YamlHandle) + strlen(pcName) + 1;
-    void *pBlock = ulSize <= UINT32_MAX ? ZR_MemAlloc(static_cast<uint32_t>(ulSize), yaml_MemHandleGet()) : nullptr;
-    if (pBlock == nullptr) {
+    const size_t size = sizeof(YamlHandle) + strlen(name) + 1;
+    void *block = size <= UINT32_MAX ? ZR_MemAlloc(static_cast<uint32_t>(size), yaml_MemHandleGet()) : nullptr;
+    if (block == nullptr) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to allocate memory for handle.");
         return nullptr;
     }
-    auto *pstHandle = static_cast<YamlHandle *>(pBlock);
+    auto *pstHandle = static_cast<YamlHandle *>(block);
     HandleInit(*pstHandle);
-    pstHandle->pcName = static_cast<const char *>(memcpy(pstHandle + 1, pcName, strlen(pcName) + 1));
+    pstHandle->pcName = static_cast<const char *>(memcpy(pstHandle + 1, name, strlen(name) + 1));
     return pstHandle;
 }
 
 // Builds the document of a source.
-YamlHandle *DocumentLoad(Source &stSource, const char *pcName, const LoadSettings &stSettings) noexcept
+YamlHandle *DocumentLoad(Source &source, const char *name, const LoadSettings &settings) noexcept
 {
-    YamlHandle *pstHandle = HandleAlloc(pcName);
-    if (pstHandle == nullptr)
+    YamlHandle *handle = HandleAlloc(name);
+    if (handle == nullptr)
         return nullptr;
-    pstHandle->uiNodeState = stSettings.nodeState;
-    pstHandle->uiLoadFlags = stSettings.flags;
-    pstHandle->stLimits.uiDepth -= std::min(stSettings.depthUsed, pstHandle->stLimits.uiDepth);
-    struct timespec stStart = {};
-    yaml_StartPoint(&stStart);
-    StoreOpen(*pstHandle);
-    const uint32_t uiResult = SourceParse(stSource, *pstHandle);
-    AnchorsRelease(*pstHandle);
-    StoreClose(*pstHandle);
-    if (uiResult == YAML_OK && pstHandle->auiEventStack[0] == 0) {
-        yaml_ParseElapseTimeGet(pstHandle, &stStart);
-        if (stSettings.review != nullptr)
-            ReviewTell(stSource, *pstHandle, stSettings.review);
-        return pstHandle;
+    handle->uiNodeState = settings.nodeState;
+    handle->uiLoadFlags = settings.flags;
+    handle->stLimits.uiDepth -= std::min(settings.depthUsed, handle->stLimits.uiDepth);
+    struct timespec start = {};
+    yaml_StartPoint(&start);
+    StoreOpen(*handle);
+    const uint32_t result = SourceParse(source, *handle);
+    AnchorsRelease(*handle);
+    StoreClose(*handle);
+    if (result == YAML_OK && handle->auiEventStack[0] == 0) {
+        yaml_ParseElapseTimeGet(handle, &start);
+        if (settings.review != nullptr)
+            ReviewTell(source, *handle, settings.review);
+        return handle;
     }
     YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARSE, "Parse file failed.");
-    ZRYAML_HandleFree(pstHandle);
+    ZRYAML_HandleFree(handle);
     return nullptr;
 }
 
@@ -144,8 +144,8 @@ YamlHandle *DocumentLoad(Source &stSource, const char *pcName, const LoadSetting
 
 uint32_t yaml_FileParse(FILE *pstFile, YamlHandle *pstHandle)
 {
-    Source stSource(pstFile);
-    return SourceParse(stSource, *pstHandle);
+    Source source(pstFile);
+    return SourceParse(source, *pstHandle);
 }
 
 YamlHandle *zryaml::DocumentOfFile(const char *path, const LoadSettings &settings) noexcept
@@ -197,12 +197,12 @@ YamlHandle *ZRYAML_FileLoad(const char *pcPath)
 
 YamlHandle *ZRYAML_TextLoad(const char *pcText, size_t ulLength, const char *pcName)
 {
-    const char *pcKnownAs = pcName != nullptr ? pcName : "";
+    const char *knownAs = pcName != nullptr ? pcName : "";
     if (pcText != nullptr || ulLength == 0)
-        return DocumentOfText({ulLength != 0 ? pcText : "", ulLength}, pcKnownAs, {});
+        return DocumentOfText({ulLength != 0 ? pcText : "", ulLength}, knownAs, {});
     ErrorClear();
     YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The parameter is null.");
-    ErrorFileAdd(pcKnownAs);
+    ErrorFileAdd(knownAs);
     return nullptr;
 }
 

@@ -39,7 +39,7 @@ YamlListNode *CopyCreate(YamlHandle &handle, const YamlListNode &source) noexcep
     YamlListNode *node = RecordCreate(handle, sizeof(CopiedNode));
     if (node == nullptr)
         return nullptr;
-    reinterpret_cast<CopiedNode *>(node)->stWritten = WrittenPlaceOf(source);
+    reinterpret_cast<CopiedNode *>(node)->written = WrittenPlaceOf(source);
     node->uiState |= NODE_COPY;
     return node;
 }

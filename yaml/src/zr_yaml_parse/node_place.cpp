@@ -5,31 +5,31 @@
 using namespace zryaml;
 using namespace zryaml::parse;
 
-void zryaml::parse::ElementsNumber(const YamlListNode &stSeq) noexcept
+void zryaml::parse::ElementsNumber(const YamlListNode &seq) noexcept
 {
-    uint32_t uiNumber = 0;
-    for (YamlListNode &stElement : Children(stSeq))
-        stElement.uPlace.uiNumber = uiNumber++;
+    uint32_t number = 0;
+    for (YamlListNode &element : Children(seq))
+        element.uPlace.uiNumber = number++;
 }
 
-void zryaml::parse::ChildrenDetach(YamlListNode &stFather) noexcept
+void zryaml::parse::ChildrenDetach(YamlListNode &father) noexcept
 {
-    while (YamlListNode *pstChild = FirstChild(stFather)) {
-        YamlList &stLink = LinkIn(stFather, *pstChild);
-        ListRemove(stLink);
-        ListInit(stLink);
-        pstChild->pstFather = nullptr;
+    while (YamlListNode *child = FirstChild(father)) {
+        YamlList &link = LinkIn(father, *child);
+        ListRemove(link);
+        ListInit(link);
+        child->pstFather = nullptr;
     }
 }
 
-YamlListNode *zryaml::parse::UnmarkedCollection(YamlListNode &stCurrNode, uint32_t uiDataType) noexcept
+YamlListNode *zryaml::parse::UnmarkedCollection(YamlListNode &currNode, uint32_t dataType) noexcept
 {
-    YamlListNode *pstFather = stCurrNode.pstFather;
-    if (stCurrNode.uiDataType == uiDataType && !HasChildren(stCurrNode))
-        return &stCurrNode;
-    if (pstFather != nullptr && pstFather->uiDataType == uiDataType)
-        return pstFather; // from an element or a key
-    if (uiDataType == YAML_DATATYPE_SEQ)
-        return stCurrNode.uiDataType == YAML_DATATYPE_SEQ ? &stCurrNode : nullptr;
-    return pstFather != nullptr ? pstFather->pstFather : nullptr; // from the value of a key
+    YamlListNode *father = currNode.pstFather;
+    if (currNode.uiDataType == dataType && !HasChildren(currNode))
+        return &currNode;
+    if (father != nullptr && father->uiDataType == dataType)
+        return father; // from an element or a key
+    if (dataType == YAML_DATATYPE_SEQ)
+        return currNode.uiDataType == YAML_DATATYPE_SEQ ? &currNode : nullptr;
+    return father != nullptr ? father->pstFather : nullptr; // from the value of a key
 }

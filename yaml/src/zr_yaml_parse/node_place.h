@@ -8,45 +8,45 @@
 namespace zryaml::parse {
 
 // Numbers the elements of a sequence anew, after one went or came that was not the last.
-void ElementsNumber(const YamlListNode &stSeq) noexcept;
+void ElementsNumber(const YamlListNode &seq) noexcept;
 
 // Hangs a node right after another one, below the same father. Elements are not numbered.
-inline void ChildInsertAfter(YamlListNode &stPrevious, YamlListNode &stChild) noexcept
+inline void ChildInsertAfter(YamlListNode &previous, YamlListNode &child) noexcept
 {
-    YamlListNode &stFather = *stPrevious.pstFather;
-    stChild.pstFather = &stFather;
-    ListInsertAfter(LinkIn(stFather, stPrevious), LinkIn(stFather, stChild));
+    YamlListNode &father = *previous.pstFather;
+    child.pstFather = &father;
+    ListInsertAfter(LinkIn(father, previous), LinkIn(father, child));
 }
 
 // Takes all children off a node; their links and fathers no longer reach it.
-void ChildrenDetach(YamlListNode &stFather) noexcept;
+void ChildrenDetach(YamlListNode &father) noexcept;
 
 // A tree made by hand carries no marks. There the current node is the collection itself, just opened, or stands in it.
-[[nodiscard]] YamlListNode *UnmarkedCollection(YamlListNode &stCurrNode, uint32_t uiDataType) noexcept;
+[[nodiscard]] YamlListNode *UnmarkedCollection(YamlListNode &currNode, uint32_t dataType) noexcept;
 
 // The innermost open collection, known by its mark, or else by its type; NULL if none. While loading this takes two
 // steps at the most: element or key, value, or the collection itself.
-[[nodiscard]] inline YamlListNode *InnermostCollection(YamlListNode &stCurrNode, uint32_t uiDataType) noexcept
+[[nodiscard]] inline YamlListNode *InnermostCollection(YamlListNode &currNode, uint32_t dataType) noexcept
 {
-    for (YamlListNode *pstNode = &stCurrNode; pstNode != nullptr; pstNode = pstNode->pstFather) {
-        if ((pstNode->uiState & NODE_OPEN) != 0)
-            return pstNode;
+    for (YamlListNode *node = &currNode; node != nullptr; node = node->pstFather) {
+        if ((node->uiState & NODE_OPEN) != 0)
+            return node;
     }
-    return UnmarkedCollection(stCurrNode, uiDataType);
+    return UnmarkedCollection(currNode, dataType);
 }
 
 // Whether a node is the first one below its father.
-[[nodiscard]] inline bool IsFirstChild(const YamlListNode &stNode) noexcept
+[[nodiscard]] inline bool IsFirstChild(const YamlListNode &node) noexcept
 {
-    const YamlListNode &stFather = *stNode.pstFather;
-    const NodeLink eLink = stFather.uiNextLevelType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
-    return NodeOf(stFather.stChildList.next, eLink) == &stNode;
+    const YamlListNode &father = *node.pstFather;
+    const NodeLink by = father.uiNextLevelType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
+    return NodeOf(father.stChildList.next, by) == &node;
 }
 
 // Whether the current node is a key of the map that still waits for its value.
-[[nodiscard]] inline bool ValueExpected(const YamlListNode &stMap, const YamlListNode &stCurrNode) noexcept
+[[nodiscard]] inline bool ValueExpected(const YamlListNode &map, const YamlListNode &currNode) noexcept
 {
-    return stCurrNode.pstFather == &stMap && !HasChildren(stCurrNode);
+    return currNode.pstFather == &map && !HasChildren(currNode);
 }
 
 } // namespace zryaml::parse

@@ -9,7 +9,7 @@ using namespace zryaml;
 using namespace zryaml::parse;
 
 struct YamlStoreBlock {
-    YamlStoreBlock *pstOlder;
+    YamlStoreBlock *older;
 };
 
 namespace {
@@ -22,66 +22,66 @@ constexpr uint32_t FirstBlockSize = 1024;
 constexpr uint32_t LastBlockSize = 8192;
 
 // A block of the pool, which takes sizes of 32 bits; NULL if there is none.
-[[nodiscard]] void *BlockTake(size_t ulSize) noexcept
+[[nodiscard]] void *BlockTake(size_t size) noexcept
 {
-    return ulSize <= UINT32_MAX ? ZR_MemAlloc(static_cast<uint32_t>(ulSize), yaml_MemHandleGet()) : nullptr;
+    return size <= UINT32_MAX ? ZR_MemAlloc(static_cast<uint32_t>(size), yaml_MemHandleGet()) : nullptr;
 }
 
-[[nodiscard]] char *BlockAdd(YamlHandle &stHandle, size_t ulSize) noexcept
+[[nodiscard]] char *BlockAdd(YamlHandle &handle, size_t size) noexcept
 {
-    auto *pstBlock = static_cast<YamlStoreBlock *>(BlockTake(ulSize));
-    if (pstBlock == nullptr)
+    auto *block = static_cast<YamlStoreBlock *>(BlockTake(size));
+    if (block == nullptr)
         return nullptr;
-    pstBlock->pstOlder = stHandle.stStore.pstBlocks;
-    stHandle.stStore.pstBlocks = pstBlock;
-    return reinterpret_cast<char *>(pstBlock + 1);
+    block->older = handle.stStore.pstBlocks;
+    handle.stStore.pstBlocks = block;
+    return reinterpret_cast<char *>(block + 1);
 }
 
 } // namespace
 
-void zryaml::parse::StoreOpen(YamlHandle &stHandle) noexcept
+void zryaml::parse::StoreOpen(YamlHandle &handle) noexcept
 {
-    stHandle.stStore.uiBlockSize = FirstBlockSize;
+    handle.stStore.uiBlockSize = FirstBlockSize;
 }
 
-void zryaml::parse::StoreClose(YamlHandle &stHandle) noexcept
+void zryaml::parse::StoreClose(YamlHandle &handle) noexcept
 {
-    stHandle.stStore.uiBlockSize = 0;
-    stHandle.stStore.ulFree = 0;
+    handle.stStore.uiBlockSize = 0;
+    handle.stStore.ulFree = 0;
 }
 
-void zryaml::parse::StoreTakeOver(YamlHandle &stHandle, YamlHandle &stOther) noexcept
+void zryaml::parse::StoreTakeOver(YamlHandle &handle, YamlHandle &other) noexcept
 {
-    YamlStoreBlock **ppstEnd = &stOther.stStore.pstBlocks;
-    while (*ppstEnd != nullptr)
-        ppstEnd = &(*ppstEnd)->pstOlder;
-    *ppstEnd = stHandle.stStore.pstBlocks;
-    stHandle.stStore.pstBlocks = stOther.stStore.pstBlocks;
-    stOther.stStore.pstBlocks = nullptr;
+    YamlStoreBlock **end = &other.stStore.pstBlocks;
+    while (*end != nullptr)
+        end = &(*end)->older;
+    *end = handle.stStore.pstBlocks;
+    handle.stStore.pstBlocks = other.stStore.pstBlocks;
+    other.stStore.pstBlocks = nullptr;
 }
 
-void zryaml::parse::StoreRelease(YamlHandle &stHandle) noexcept
+void zryaml::parse::StoreRelease(YamlHandle &handle) noexcept
 {
-    while (YamlStoreBlock *pstBlock = stHandle.stStore.pstBlocks) {
-        stHandle.stStore.pstBlocks = pstBlock->pstOlder;
-        ZR_MemFree(pstBlock, yaml_MemHandleGet());
+    while (YamlStoreBlock *block = handle.stStore.pstBlocks) {
+        handle.stStore.pstBlocks = block->older;
+        ZR_MemFree(block, yaml_MemHandleGet());
     }
 }
 
-void *zryaml::parse::StoreGrow(YamlHandle &stHandle, size_t ulBytes) noexcept
+void *zryaml::parse::StoreGrow(YamlHandle &handle, size_t bytes) noexcept
 {
-    auto &stStore = stHandle.stStore;
-    if (!StoreIsOpen(stHandle))
-        return BlockTake(ulBytes);
-    const uint32_t uiBlockSize = stStore.uiBlockSize;
-    const size_t ulPiece = PieceSizeOf(ulBytes);
-    if (ulPiece > uiBlockSize / 4)
-        return BlockAdd(stHandle, sizeof(YamlStoreBlock) + ulPiece);
-    char *pcBlock = BlockAdd(stHandle, uiBlockSize);
-    if (pcBlock == nullptr)
+    auto &store = handle.stStore;
+    if (!StoreIsOpen(handle))
+        return BlockTake(bytes);
+    const uint32_t blockSize = store.uiBlockSize;
+    const size_t pieceSize = PieceSizeOf(bytes);
+    if (pieceSize > blockSize / 4)
+        return BlockAdd(handle, sizeof(YamlStoreBlock) + pieceSize);
+    char *block = BlockAdd(handle, blockSize);
+    if (block == nullptr)
         return nullptr;
-    stStore.uiBlockSize = uiBlockSize < LastBlockSize ? uiBlockSize * 2 : LastBlockSize;
-    stStore.pcFree = pcBlock + ulPiece;
-    stStore.ulFree = uiBlockSize - sizeof(YamlStoreBlock) - ulPiece;
-    return pcBlock;
+    store.uiBlockSize = blockSize < LastBlockSize ? blockSize * 2 : LastBlockSize;
+    store.pcFree = block + pieceSize;
+    store.ulFree = blockSize - sizeof(YamlStoreBlock) - pieceSize;
+    return block;
 }

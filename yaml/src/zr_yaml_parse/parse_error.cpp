@@ -9,38 +9,36 @@ using namespace zryaml::parse;
 
 namespace {
 
-int Line(const yaml_mark_t &stMark) noexcept
+int Line(const yaml_mark_t &mark) noexcept
 {
-    return static_cast<int>(stMark.line + 1);
+    return static_cast<int>(mark.line + 1);
 }
 
-int Column(const yaml_mark_t &stMark) noexcept
+int Column(const yaml_mark_t &mark) noexcept
 {
-    return static_cast<int>(stMark.column + 1);
+    return static_cast<int>(mark.column + 1);
 }
 
-void ReaderErrorLog(const yaml_parser_t &stParser) noexcept
+void ReaderErrorLog(const yaml_parser_t &parser) noexcept
 {
-    if (stParser.problem_value != -1)
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_READER, "Reader error: %s: #%X at %zu.", stParser.problem,
-                 static_cast<unsigned>(stParser.problem_value), stParser.problem_offset);
+    if (parser.problem_value != -1)
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_READER, "Reader error: %s: #%X at %zu.", parser.problem,
+                 static_cast<unsigned>(parser.problem_value), parser.problem_offset);
     else
-        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_READER, "Reader error: %s at %zu.", stParser.problem,
-                 stParser.problem_offset);
+        YAML_LOG(YAML_LOG_ERROR, YAML_ERR_READER, "Reader error: %s at %zu.", parser.problem, parser.problem_offset);
 }
 
 // Scanner and parser errors differ in code and name only.
-void SyntaxErrorLog(const yaml_parser_t &stParser, uint32_t uiCode, const char *pcWho) noexcept
+void SyntaxErrorLog(const yaml_parser_t &parser, uint32_t code, const char *who) noexcept
 {
-    const yaml_mark_t &stProblem = stParser.problem_mark;
-    const yaml_mark_t &stContext = stParser.context_mark;
-    if (stParser.context != nullptr)
-        YAML_LOG(YAML_LOG_ERROR, uiCode, "%s error: %s at line %d, column %d\n%s at line %d, column %d.", pcWho,
-                 stParser.context, Line(stContext), Column(stContext), stParser.problem, Line(stProblem),
-                 Column(stProblem));
+    const yaml_mark_t &problem = parser.problem_mark;
+    const yaml_mark_t &context = parser.context_mark;
+    if (parser.context != nullptr)
+        YAML_LOG(YAML_LOG_ERROR, code, "%s error: %s at line %d, column %d\n%s at line %d, column %d.", who,
+                 parser.context, Line(context), Column(context), parser.problem, Line(problem), Column(problem));
     else
-        YAML_LOG(YAML_LOG_ERROR, uiCode, "%s error: %s at line %d, column %d.", pcWho, stParser.problem,
-                 Line(stProblem), Column(stProblem));
+        YAML_LOG(YAML_LOG_ERROR, code, "%s error: %s at line %d, column %d.", who, parser.problem, Line(problem),
+                 Column(problem));
 }
 
 } // namespace

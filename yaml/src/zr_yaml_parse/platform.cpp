@@ -9,11 +9,11 @@ using namespace zryaml::parse;
 
 namespace {
 
-pthread_mutex_t g_stInitLock = PTHREAD_MUTEX_INITIALIZER;
+pthread_mutex_t g_initLock = PTHREAD_MUTEX_INITIALIZER;
 
 struct InitGuard {
-    InitGuard() noexcept { (void)pthread_mutex_lock(&g_stInitLock); }
-    ~InitGuard() { (void)pthread_mutex_unlock(&g_stInitLock); }
+    InitGuard() noexcept { (void)pthread_mutex_lock(&g_initLock); }
+    ~InitGuard() { (void)pthread_mutex_unlock(&g_initLock); }
     InitGuard(const InitGuard &) = delete;
     InitGuard &operator=(const InitGuard &) = delete;
 };
@@ -29,16 +29,16 @@ uint32_t yaml_MemInit(void)
     if (__atomic_load_n(&g_pstYamlMemHandle, __ATOMIC_ACQUIRE) != nullptr)
         return YAML_OK;
 
-    const InitGuard stGuard;
+    const InitGuard guard;
     if (g_pstYamlMemHandle != nullptr)
         return YAML_OK;
-    const uint32_t uiResult = ZR_BaseInit();
-    if (uiResult != 0)
-        return YAML_FAIL(uiResult, "Failed to initialize base module.");
-    void *pPool = ZR_HandleInit("zr.yaml.memhdl");
-    if (pPool == nullptr)
+    const uint32_t result = ZR_BaseInit();
+    if (result != 0)
+        return YAML_FAIL(result, "Failed to initialize base module.");
+    void *made = ZR_HandleInit("zr.yaml.memhdl");
+    if (made == nullptr)
         return YAML_FAIL(YAML_ERR_POOL, "Failed to initialize memory pool.");
-    __atomic_store_n(&g_pstYamlMemHandle, pPool, __ATOMIC_RELEASE);
+    __atomic_store_n(&g_pstYamlMemHandle, made, __ATOMIC_RELEASE);
     return YAML_OK;
 }
 

@@ -10,58 +10,58 @@ namespace {
 
 // The key whose pair an entry gives: of a map the key itself, of a sequence the first key of an element that is a map.
 // NULL if the entry is passed over.
-const YamlListNode *QualifyingKey(const YamlListNode &stEntry, bool bElement) noexcept
+const YamlListNode *QualifyingKey(const YamlListNode &entry, bool isElement) noexcept
 {
-    const YamlListNode *pstKey = &stEntry;
-    if (bElement)
-        pstKey = stEntry.uiDataType == YAML_DATATYPE_MAP ? FirstChild(stEntry) : nullptr;
-    const bool bScalar = pstKey != nullptr && pstKey->uiNextLevelType == YAML_DATATYPE_SCALAR && HasChildren(*pstKey);
-    return bScalar ? pstKey : nullptr;
+    const YamlListNode *key = &entry;
+    if (isElement)
+        key = entry.uiDataType == YAML_DATATYPE_MAP ? FirstChild(entry) : nullptr;
+    const bool isScalar = key != nullptr && key->uiNextLevelType == YAML_DATATYPE_SCALAR && HasChildren(*key);
+    return isScalar ? key : nullptr;
 }
 
 // Yields the first qualifying entry from a place on; the walk ends at the list's head.
-uint32_t PairYield(NodeRange::Iterator stEntry, YamlIterator &stIter, NodeLink eLink, YamlKeyValue &stPair) noexcept
+uint32_t PairYield(NodeRange::Iterator entry, YamlIterator &iter, NodeLink by, YamlKeyValue &pair) noexcept
 {
-    for (; !(stEntry == NodeRange::End{}); ++stEntry) {
-        const YamlListNode *pstKey = QualifyingKey(*stEntry, eLink == NodeLink::Seq);
-        if (pstKey != nullptr) {
-            ReadMark(*pstKey);
-            stIter.pstCurrNode = &*stEntry;
-            stPair = {pstKey->pcValue, FirstChild(*pstKey)->pcValue};
+    for (; !(entry == NodeRange::End{}); ++entry) {
+        const YamlListNode *key = QualifyingKey(*entry, by == NodeLink::Seq);
+        if (key != nullptr) {
+            ReadMark(*key);
+            iter.pstCurrNode = &*entry;
+            pair = {key->pcValue, FirstChild(*key)->pcValue};
             return YAML_OK;
         }
     }
     return YAML_ERR_ITER_END;
 }
 
-uint32_t PairFirst(YamlIterator &stIter, NodeLink eLink, YamlKeyValue &stPair) noexcept
+uint32_t PairFirst(YamlIterator &iter, NodeLink by, YamlKeyValue &pair) noexcept
 {
-    return PairYield(NodeRange(stIter.pstCurrNode->stChildList, eLink).begin(), stIter, eLink, stPair);
+    return PairYield(NodeRange(iter.pstCurrNode->stChildList, by).begin(), iter, by, pair);
 }
 
-uint32_t PairAfter(const YamlListNode &stEntry, YamlIterator &stIter, NodeLink eLink, YamlKeyValue &stPair) noexcept
+uint32_t PairAfter(const YamlListNode &entry, YamlIterator &iter, NodeLink by, YamlKeyValue &pair) noexcept
 {
-    return PairYield({LinkOf(stEntry, eLink).next, &stIter.pstFatherNode->stChildList, eLink}, stIter, eLink, stPair);
+    return PairYield({LinkOf(entry, by).next, &iter.pstFatherNode->stChildList, by}, iter, by, pair);
 }
 
 // The first pair of a walk of any type but a map's is looked for as in a sequence,
-uint32_t PairFirst(YamlIterator &stIter, YamlKeyValue &stPair) noexcept
+uint32_t PairFirst(YamlIterator &iter, YamlKeyValue &pair) noexcept
 {
-    return PairFirst(stIter, stIter.uiIterType == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, stPair);
+    return PairFirst(iter, iter.uiIterType == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, pair);
 }
 
 // and there is none after it.
-uint32_t PairAfter(uint32_t uiType, const YamlListNode &stEntry, YamlIterator &stIter, YamlKeyValue &stPair) noexcept
+uint32_t PairAfter(uint32_t type, const YamlListNode &entry, YamlIterator &iter, YamlKeyValue &pair) noexcept
 {
-    if (uiType != YAML_DATATYPE_SEQ && uiType != YAML_DATATYPE_MAP)
+    if (type != YAML_DATATYPE_SEQ && type != YAML_DATATYPE_MAP)
         return YAML_ERR_PARAM;
-    return PairAfter(stEntry, stIter, uiType == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, stPair);
+    return PairAfter(entry, iter, type == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, pair);
 }
 
 // The map or sequence below a key, or NULL (logged).
-YamlListNode *ContainerBelow(const YamlListNode &stNode) noexcept
+YamlListNode *ContainerBelow(const YamlListNode &node) noexcept
 {
-    const uint32_t uiType = stNode.uiNextLevelType;
+    const uint32_t uiType = node.uiNextLevelType;
     if (uiType != YAML_DATATYPE_SEQ && uiType != YAML_DATATYPE_MAP) {
         YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM,
                  "The node style below the destination is not map or sequence. (DataType=%u)", uiType);
@@ -69,26 +69,26 @@ YamlListNode *ContainerBelow(const YamlListNode &stNode) noexcept
         return nullptr;
     }
     // By the type below alone: the maps of a sequence hang by the other link, and are no container of its own.
-    const NodeLink eLink = uiType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
-    YamlListNode *pstContainer = NodeOf(stNode.stChildList.next, eLink);
-    const bool bHangsSo = ChildLinkOf(stNode) == eLink && HasChildren(stNode);
-    if (!bHangsSo || !IsNode(*pstContainer)) {
+    const NodeLink by = uiType == YAML_DATATYPE_SEQ ? NodeLink::Seq : NodeLink::Child;
+    YamlListNode *container = NodeOf(node.stChildList.next, by);
+    const bool hangsSo = ChildLinkOf(node) == by && HasChildren(node);
+    if (!hangsSo || !IsNode(*container)) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_FOUND, "Can not get the specified iterator.");
         return nullptr;
     }
-    return pstContainer;
+    return container;
 }
 
-YamlIterator *IteratorAlloc(uint32_t uiType, YamlListNode *pstContainer) noexcept
+YamlIterator *IteratorAlloc(uint32_t type, YamlListNode *container) noexcept
 {
-    auto *pstIter = static_cast<YamlIterator *>(ZR_MemAlloc(sizeof(YamlIterator), yaml_MemHandleGet()));
-    if (pstIter == nullptr) {
+    auto *iter = static_cast<YamlIterator *>(ZR_MemAlloc(sizeof(YamlIterator), yaml_MemHandleGet()));
+    if (iter == nullptr) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOMEM, "Failed to alloc memory for create iterator. (Size=%u)",
                  static_cast<uint32_t>(sizeof(YamlIterator)));
         return nullptr;
     }
-    *pstIter = {YAML_NODE_MAGIC, uiType, pstContainer, pstContainer};
-    return pstIter;
+    *iter = {YAML_NODE_MAGIC, type, container, container};
+    return iter;
 }
 
 } // namespace
@@ -102,15 +102,15 @@ YamlIterator *yaml_IteratorCreate(YamlHandle *pstHandle, const char *pcKeyFormat
     }
     va_list stArgs;
     va_start(stArgs, pcKeyFormat);
-    KeyQuery stQuery(*pstHandle, pcKeyFormat, stArgs);
+    KeyQuery query(*pstHandle, pcKeyFormat, stArgs);
     va_end(stArgs);
-    YamlListNode *pstNode = stQuery.NodeFind().pstNode;
+    YamlListNode *pstNode = query.NodeFind().pstNode;
     if (pstNode == nullptr)
         return nullptr;
-    YamlListNode *pstContainer = ContainerBelow(*pstNode);
-    if (pstContainer != nullptr)
-        return IteratorAlloc(pstNode->uiNextLevelType, pstContainer);
-    stQuery.NodeExplain(*pstNode, "a map, or the sequence of a key");
+    YamlListNode *container = ContainerBelow(*pstNode);
+    if (container != nullptr)
+        return IteratorAlloc(pstNode->uiNextLevelType, container);
+    query.NodeExplain(*pstNode, "a map, or the sequence of a key");
     return nullptr;
 }
 

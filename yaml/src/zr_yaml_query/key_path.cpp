@@ -28,15 +28,15 @@ enum class Part : uint8_t {
 
 // NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding): in the order in which a row is read
 struct Refusal {
-    PathPlace ePlace;
-    PathFault eFault;
+    PathPlace place;
+    PathFault fault;
     uint32_t uiCode;
     const char *pcRecord;
-    const char *pcLabel; // of the part
-    Part ePart;
+    const char *label; // of the part
+    Part part;
 };
 
-constexpr Refusal g_astRefusal[] = {
+constexpr Refusal g_refusal[] = {
     {PathPlace::Name, PathFault::IndexOpen, YAML_ERR_INDEX, "The current key does not contains ']' for pair.", "Key",
      Part::Text},
     {PathPlace::Name, PathFault::IndexEscaped, YAML_ERR_INDEX, "The current key contains '\\]' between '[' and ']'.",
@@ -72,93 +72,93 @@ constexpr Refusal g_astRefusal[] = {
     {PathPlace::Front, PathFault::IndexTail, YAML_ERR_KEY, "The format of input key is wrong.", "Key", Part::Digits},
 };
 
-std::string_view PartOf(const PathComponent &stComponent, Part ePart) noexcept
+std::string_view PartOf(const PathComponent &component, Part part) noexcept
 {
-    const char *pcEnd = stComponent.text.data() + stComponent.text.size();
-    const char *pcDigits = stComponent.digits.data();
-    switch (ePart) {
+    const char *end = component.text.data() + component.text.size();
+    const char *digits = component.digits.data();
+    switch (part) {
     case Part::Text:
-        return stComponent.text;
+        return component.text;
     case Part::Name:
-        return stComponent.name;
+        return component.name;
     case Part::Bracket:
-        return {pcDigits - 1, static_cast<size_t>(pcEnd - pcDigits + 1)};
+        return {digits - 1, static_cast<size_t>(end - digits + 1)};
     case Part::Digits:
-        return {pcDigits, static_cast<size_t>(pcEnd - pcDigits)};
+        return {digits, static_cast<size_t>(end - digits)};
     case Part::Head:
-        return {pcDigits - 1, stComponent.digits.size() + 1};
+        return {digits - 1, component.digits.size() + 1};
     default:
         return {};
     }
 }
 
-uint32_t RefusalLog(const Refusal &stRefusal, const PathComponent &stComponent) noexcept
+uint32_t RefusalLog(const Refusal &refusal, const PathComponent &component) noexcept
 {
-    if (stRefusal.ePart == Part::None)
-        return YAML_FAIL(stRefusal.uiCode, "%s", stRefusal.pcRecord);
-    const std::string_view svPart = PartOf(stComponent, stRefusal.ePart);
-    return YAML_FAIL(stRefusal.uiCode, "%s (%s=%.*s)", stRefusal.pcRecord, stRefusal.pcLabel,
-                     static_cast<int>(svPart.size()), svPart.data());
+    if (refusal.part == Part::None)
+        return YAML_FAIL(refusal.uiCode, "%s", refusal.pcRecord);
+    const std::string_view partText = PartOf(component, refusal.part);
+    return YAML_FAIL(refusal.uiCode, "%s (%s=%.*s)", refusal.pcRecord, refusal.label, static_cast<int>(partText.size()),
+                     partText.data());
 }
 
 // Whether the index was read to its ']', whatever may be wrong beside it.
-bool IsIndexRead(const PathComponent &stComponent) noexcept
+bool IsIndexRead(const PathComponent &component) noexcept
 {
-    const PathFault eFault = stComponent.fault;
-    return stComponent.HasIndex() &&
-           (eFault == PathFault::None || eFault == PathFault::Bracket || eFault == PathFault::IndexTail);
+    const PathFault fault = component.fault;
+    return component.HasIndex() &&
+           (fault == PathFault::None || fault == PathFault::Bracket || fault == PathFault::IndexTail);
 }
 
-PathFault FaultOf(const PathComponent &stComponent, PathPlace ePlace) noexcept
+PathFault FaultOf(const PathComponent &component, PathPlace place) noexcept
 {
     // Behind a name the largest number means that there is no index.
-    const uint64_t ulIndexMax = ePlace == PathPlace::Name ? YAML_INDEX_NONE - 1 : uint32_t{INT32_MAX};
-    if (IsIndexRead(stComponent) && stComponent.index > ulIndexMax)
+    const uint64_t indexMax = place == PathPlace::Name ? YAML_INDEX_NONE - 1 : uint32_t{INT32_MAX};
+    if (IsIndexRead(component) && component.index > indexMax)
         return PathFault::IndexLarge;
-    if (ePlace != PathPlace::Front)
-        return stComponent.fault;
-    const bool bDigitsToEnd = stComponent.digits.size() == stComponent.text.size();
-    if (stComponent.fault == PathFault::IndexEscaped || (stComponent.fault == PathFault::IndexOpen && !bDigitsToEnd))
+    if (place != PathPlace::Front)
+        return component.fault;
+    const bool areDigitsToEnd = component.digits.size() == component.text.size();
+    if (component.fault == PathFault::IndexEscaped || (component.fault == PathFault::IndexOpen && !areDigitsToEnd))
         return PathFault::IndexText;
-    return stComponent.fault;
+    return component.fault;
 }
 
 // Stores what an operation has cut out of a path at pcText, and returns its length, or Rejected (logged).
-int32_t ComponentGive(const PathComponent &stComponent, char *pcText, uint32_t uiNameSize, char *pcKeyName,
+int32_t ComponentGive(const PathComponent &component, char *pcText, uint32_t nameSize, char *keyName,
                       uint32_t *puiParsedLen, uint32_t *puiIndex) noexcept
 {
-    const PathFault eFault = FaultOf(stComponent, PathPlace::Name);
-    size_t ulLength = 0;
-    if (stComponent.text.size() < 2) {
-        char acText[2] = {stComponent.text.empty() ? '\0' : stComponent.text[0], '\0'};
-        YAML_SECURE(strncpy_s(pcKeyName, uiNameSize, acText, uiNameSize - 1));
-        ulLength = stComponent.text.size();
-    } else if (eFault == PathFault::None || eFault == PathFault::Bracket || eFault == PathFault::IndexTail) {
-        const std::string_view svKept(stComponent.name.data(), StrayBracketFind(stComponent.name));
-        ulLength = NameUnescape(svKept, pcKeyName, uiNameSize - 1);
-        pcKeyName[ulLength] = '\0';
+    const PathFault fault = FaultOf(component, PathPlace::Name);
+    size_t length = 0;
+    if (component.text.size() < 2) {
+        char text[2] = {component.text.empty() ? '\0' : component.text[0], '\0'};
+        YAML_SECURE(strncpy_s(keyName, nameSize, text, nameSize - 1));
+        length = component.text.size();
+    } else if (fault == PathFault::None || fault == PathFault::Bracket || fault == PathFault::IndexTail) {
+        const std::string_view kept(component.name.data(), StrayBracketFind(component.name));
+        length = NameUnescape(kept, keyName, nameSize - 1);
+        keyName[length] = '\0';
     }
-    if (IsIndexRead(stComponent) && eFault != PathFault::IndexLarge) {
-        *puiIndex = static_cast<uint32_t>(stComponent.index);
-        memset(pcText + stComponent.name.size(), '\0', stComponent.digits.size() + 2); // the name ends there
+    if (IsIndexRead(component) && fault != PathFault::IndexLarge) {
+        *puiIndex = static_cast<uint32_t>(component.index);
+        memset(pcText + component.name.size(), '\0', component.digits.size() + 2); // the name ends there
     }
-    if (PathRefuse(stComponent, PathPlace::Name) != YAML_OK)
+    if (PathRefuse(component, PathPlace::Name) != YAML_OK)
         return Rejected;
-    *puiParsedLen += static_cast<uint32_t>(stComponent.used);
-    return static_cast<int32_t>(ulLength);
+    *puiParsedLen += static_cast<uint32_t>(component.used);
+    return static_cast<int32_t>(length);
 }
 
 } // namespace
 
-uint32_t zryaml::query::PathRefuse(const PathComponent &stComponent, PathPlace ePlace, bool bTail) noexcept
+uint32_t zryaml::query::PathRefuse(const PathComponent &component, PathPlace place, bool hasTail) noexcept
 {
-    const PathFault eFault = FaultOf(stComponent, ePlace);
-    if (eFault == PathFault::None || (eFault == PathFault::IndexTail && !bTail))
+    const PathFault fault = FaultOf(component, place);
+    if (fault == PathFault::None || (fault == PathFault::IndexTail && !hasTail))
         return YAML_OK;
-    const Refusal *pstRefusal = g_astRefusal;
-    while (pstRefusal->ePlace != ePlace || pstRefusal->eFault != eFault)
-        ++pstRefusal;
-    return RefusalLog(*pstRefusal, stComponent);
+    const Refusal *refusal = g_refusal;
+    while (refusal->place != place || refusal->fault != fault)
+        ++refusal;
+    return RefusalLog(*refusal, component);
 }
 
 int32_t yaml_KeyParse(char *pcKeyPath, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen, uint32_t *puiIndex)
@@ -179,15 +179,15 @@ int32_t yaml_KeyParse(char *pcKeyPath, uint32_t uiNameSize, char *pcKeyName, uin
 int32_t yaml_KeyParseForSeq(char *pcKeyPath, [[maybe_unused]] uint32_t uiNameSize, char *pcKeyName,
                             uint32_t *puiParsedLen, uint32_t *puiIndex)
 {
-    const PathComponent stComponent = IndexScan(pcKeyPath);
-    if (IsIndexRead(stComponent) && FaultOf(stComponent, PathPlace::Index) != PathFault::IndexLarge) {
+    const PathComponent component = IndexScan(pcKeyPath);
+    if (IsIndexRead(component) && FaultOf(component, PathPlace::Index) != PathFault::IndexLarge) {
         pcKeyName[0] = '\0';
-        *puiIndex = static_cast<uint32_t>(stComponent.index);
+        *puiIndex = static_cast<uint32_t>(component.index);
     }
-    if (PathRefuse(stComponent, PathPlace::Index) != YAML_OK)
+    if (PathRefuse(component, PathPlace::Index) != YAML_OK)
         return Rejected;
-    *puiParsedLen += static_cast<uint32_t>(stComponent.used);
-    return static_cast<int32_t>(stComponent.digits.size() + 1);
+    *puiParsedLen += static_cast<uint32_t>(component.used);
+    return static_cast<int32_t>(component.digits.size() + 1);
 }
 
 int32_t yaml_KeyStringGet(char *pcKeyPath, char cEnd, uint32_t uiNameSize, char *pcKeyName, uint32_t *puiParsedLen,
@@ -204,14 +204,14 @@ int32_t yaml_MetaChrProcess(char *pcKeyText, uint32_t uiNameSize, char *pcKeyNam
 
 uint32_t yaml_ArrayIndexGet(char *pcKeyText, uint32_t *puiIndexLen, uint32_t *puiIndex)
 {
-    const PathComponent stComponent = IndexSplit(pcKeyText);
-    const uint32_t uiCode = PathRefuse(stComponent, PathPlace::Name);
-    if (uiCode != YAML_OK || !stComponent.HasIndex())
+    const PathComponent component = IndexSplit(pcKeyText);
+    const uint32_t uiCode = PathRefuse(component, PathPlace::Name);
+    if (uiCode != YAML_OK || !component.HasIndex())
         return uiCode;
-    const size_t ulLength = stComponent.digits.size() + 2;
-    *puiIndex = static_cast<uint32_t>(stComponent.index);
+    const size_t ulLength = component.digits.size() + 2;
+    *puiIndex = static_cast<uint32_t>(component.index);
     *puiIndexLen += static_cast<uint32_t>(ulLength);
-    memset(pcKeyText + stComponent.name.size(), '\0', ulLength);
+    memset(pcKeyText + component.name.size(), '\0', ulLength);
     return YAML_OK;
 }
 
@@ -228,9 +228,9 @@ uint32_t yaml_IsDigitalString(const char *pcStr, uint32_t uiLen)
 
 uint32_t yaml_IndexGet(const char *pcStr, uint32_t *puiIndex)
 {
-    const long lIndex = strtol(pcStr, nullptr, 10); // LONG_MAX when it does not fit
-    if (lIndex > INT32_MAX)
+    const long index = strtol(pcStr, nullptr, 10); // LONG_MAX when it does not fit
+    if (index > INT32_MAX)
         return YAML_ERR_PARAM;
-    *puiIndex = static_cast<uint32_t>(lIndex);
+    *puiIndex = static_cast<uint32_t>(index);
     return YAML_OK;
 }

@@ -10,44 +10,44 @@ using namespace zryaml::query;
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 
 // cppcheck-suppress uninitMemberVar ; the path is made when it is first needed
-KeyQuery::KeyQuery(YamlHandle &stHandle, const char *pcKeyFormat, va_list stArgs) noexcept
-    : m_stHandle(stHandle), m_pcKeyFormat(pcKeyFormat)
+KeyQuery::KeyQuery(YamlHandle &handle, const char *keyFormat, va_list arguments) noexcept
+    : m_handle(handle), m_keyFormat(keyFormat)
 {
-    va_copy(m_stArgs, stArgs);
+    va_copy(m_args, arguments);
 }
 
 uint32_t KeyQuery::PathMake() noexcept
 {
-    if (m_bPath)
+    if (m_hasPath)
         return YAML_OK;
-    m_bPath = true;
-    return PathFormat(m_acPath, m_pcKeyFormat, m_stArgs);
+    m_hasPath = true;
+    return PathFormat(m_path, m_keyFormat, m_args);
 }
 
 void KeyQuery::Explain() noexcept
 {
     (void)PathMake();
-    ErrorKeyPathAdd(m_acPath);
-    ErrorFileAdd(ZRYAML_NameGet(&m_stHandle));
+    ErrorKeyPathAdd(m_path);
+    ErrorFileAdd(ZRYAML_NameGet(&m_handle));
 }
 
 // Where nothing is found, what typed reads say of the path is said as well.
 void KeyQuery::PathExplain() noexcept
 {
-    const PathEnd stEnd = PathFollow(ZRYAML_RootGet(&m_stHandle), m_acPath);
-    if (stEnd.code != YAML_OK) {
-        PathEndExplain(stEnd);
+    const PathEnd end = PathFollow(ZRYAML_RootGet(&m_handle), m_path);
+    if (end.code != YAML_OK) {
+        PathEndExplain(end);
     } else { // lookups by format take no index behind '}'
         ErrorSentence("nothing is found by this key path");
         ErrorHintAdd("write a key with backslashes, as in a\\.b[0], where an index follows it");
     }
 }
 
-void KeyQuery::NodeExplain(const YamlListNode &stNode, const char *pcWanted) noexcept
+void KeyQuery::NodeExplain(const YamlListNode &node, const char *wanted) noexcept
 {
-    const YamlListNode *pstValue = m_uiIndexed == 1 ? &stNode : FirstChild(stNode);
-    if (pstValue != nullptr)
-        KindExplain(*pstValue, pcWanted);
+    const YamlListNode *value = m_indexed == 1 ? &node : FirstChild(node);
+    if (value != nullptr)
+        KindExplain(*value, wanted);
     else if (PathMake() == YAML_OK) // the path ends with the text of a scalar, which is no key
         PathExplain();
     Explain();
@@ -55,50 +55,50 @@ void KeyQuery::NodeExplain(const YamlListNode &stNode, const char *pcWanted) noe
 
 Found KeyQuery::NodeFind() noexcept
 {
-    YamlListNode *pstNode = QuickFind(m_stHandle, m_pcKeyFormat, m_stArgs, m_uiIndexed);
-    const Found stFound = pstNode != nullptr ? Found{pstNode, YAML_OK} : OrdinaryFind();
-    if (stFound.pstNode != nullptr)
-        ReadMark(*stFound.pstNode);
-    return stFound;
+    YamlListNode *node = QuickFind(m_handle, m_keyFormat, m_args, m_indexed);
+    const Found found = node != nullptr ? Found{node, YAML_OK} : OrdinaryFind();
+    if (found.pstNode != nullptr)
+        ReadMark(*found.pstNode);
+    return found;
 }
 
 Found KeyQuery::OrdinaryFind() noexcept
 {
-    m_uiIndexed = 0;
-    Found stFound = {nullptr, PathMake()};
-    if (stFound.uiCode == YAML_OK) {
-        stFound = PathWalk(m_stHandle, m_acPath, m_uiIndexed);
-        if (stFound.pstNode == nullptr)
+    m_indexed = 0;
+    Found found = {nullptr, PathMake()};
+    if (found.uiCode == YAML_OK) {
+        found = PathWalk(m_handle, m_path, m_indexed);
+        if (found.pstNode == nullptr)
             PathExplain();
     }
-    if (stFound.pstNode == nullptr)
+    if (found.pstNode == nullptr)
         Explain();
-    return stFound;
+    return found;
 }
 
-uint32_t KeyQuery::ValueFind(const YamlListNode *&pstValue) noexcept
+uint32_t KeyQuery::ValueFind(const YamlListNode *&value) noexcept
 {
-    const Found stFound = NodeFind();
-    if (stFound.pstNode == nullptr)
-        return stFound.uiCode;
-    pstValue = m_uiIndexed == 1 ? stFound.pstNode : FirstChild(*stFound.pstNode);
-    if (pstValue != nullptr)
+    const Found found = NodeFind();
+    if (found.pstNode == nullptr)
+        return found.uiCode;
+    value = m_indexed == 1 ? found.pstNode : FirstChild(*found.pstNode);
+    if (value != nullptr)
         return YAML_OK;
     YAML_LOG(YAML_LOG_ERROR, YAML_ERR_EMPTY, "There is not any data in the child list.");
-    NodeExplain(*stFound.pstNode, "");
+    NodeExplain(*found.pstNode, "");
     return YAML_ERR_EMPTY;
 }
 
-uint32_t KeyQuery::Read(const YamlListNode *&pstValue) noexcept
+uint32_t KeyQuery::Read(const YamlListNode *&value) noexcept
 {
-    const YamlListNode *pstNode = QuickFind(m_stHandle, m_pcKeyFormat, m_stArgs, m_uiIndexed);
-    const YamlListNode *pstFound = pstNode == nullptr || m_uiIndexed == 1 ? pstNode : FirstChild(*pstNode);
-    if (pstFound != nullptr) {
-        ReadMark(*pstFound);
-        pstValue = pstFound;
+    const YamlListNode *node = QuickFind(m_handle, m_keyFormat, m_args, m_indexed);
+    const YamlListNode *found = node == nullptr || m_indexed == 1 ? node : FirstChild(*node);
+    if (found != nullptr) {
+        ReadMark(*found);
+        value = found;
         return YAML_OK;
     }
-    return OrdinaryRead(pstValue);
+    return OrdinaryRead(value);
 }
 
 uint32_t KeyQuery::OrdinaryRead(const YamlListNode *&pstValue) noexcept
@@ -107,17 +107,17 @@ uint32_t KeyQuery::OrdinaryRead(const YamlListNode *&pstValue) noexcept
         Explain();
         return uiCode;
     }
-    const PathEnd stEnd = PathFollow(ZRYAML_RootGet(&m_stHandle), m_acPath);
-    if (stEnd.code == YAML_OK) {
-        ReadMark(*stEnd.value);
-        pstValue = stEnd.value;
+    const PathEnd end = PathFollow(ZRYAML_RootGet(&m_handle), m_path);
+    if (end.code == YAML_OK) {
+        ReadMark(*end.value);
+        pstValue = end.value;
         return YAML_OK;
     }
-    if (stEnd.code == YAML_ERR_NOT_FOUND)
-        ErrorNote(stEnd.code, "%s", ""); // not logged
+    if (end.code == YAML_ERR_NOT_FOUND)
+        ErrorNote(end.code, "%s", ""); // not logged
     else
-        YAML_LOG(YAML_LOG_ERROR, stEnd.code, "Can not read the value with key. (Key=%s)", m_acPath);
-    PathEndExplain(stEnd);
+        YAML_LOG(YAML_LOG_ERROR, end.code, "Can not read the value with key. (Key=%s)", m_path);
+    PathEndExplain(end);
     Explain();
-    return stEnd.code;
+    return end.code;
 }

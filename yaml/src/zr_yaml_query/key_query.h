@@ -10,15 +10,15 @@ namespace zryaml::query {
 
 class KeyQuery {
 public:
-    KeyQuery(YamlHandle &stHandle, const char *pcKeyFormat, va_list stArgs) noexcept;
-    ~KeyQuery() { va_end(m_stArgs); }
+    KeyQuery(YamlHandle &handle, const char *pcKeyFormat, va_list stArgs) noexcept;
+    ~KeyQuery() { va_end(m_args); }
     KeyQuery(const KeyQuery &) = delete;
     KeyQuery &operator=(const KeyQuery &) = delete;
 
     // By the rules of lookups by format: the node at the path, a key or an element; none with a code (logged).
     [[nodiscard]] Found NodeFind() noexcept;
     // Whether the path's last component selected an element.
-    [[nodiscard]] uint32_t Indexed() const noexcept { return m_uiIndexed; }
+    [[nodiscard]] uint32_t Indexed() const noexcept { return m_indexed; }
     // As above, the value there.
     [[nodiscard]] uint32_t ValueFind(const YamlListNode *&pstValue) noexcept;
 
@@ -29,7 +29,7 @@ public:
     // Adds path and document to a failure that has been noted since,
     void Explain() noexcept;
     // and says that the value of the node found is not of the kind wanted, such as "a scalar".
-    void NodeExplain(const YamlListNode &stNode, const char *pcWanted) noexcept;
+    void NodeExplain(const YamlListNode &node, const char *wanted) noexcept;
 
 private:
     Found OrdinaryFind() noexcept;
@@ -37,12 +37,12 @@ private:
     uint32_t PathMake() noexcept;
     void PathExplain() noexcept;
 
-    YamlHandle &m_stHandle;
-    const char *m_pcKeyFormat;
-    va_list m_stArgs;
-    uint32_t m_uiIndexed = 0;
-    bool m_bPath = false;
-    char m_acPath[YAML_KEY_BUF_SIZE]; // made when it is first needed
+    YamlHandle &m_handle;
+    const char *m_keyFormat;
+    va_list m_args;
+    uint32_t m_indexed = 0;
+    bool m_hasPath = false;
+    char m_path[YAML_KEY_BUF_SIZE]; // made when it is first needed
 };
 
 } // namespace zryaml::query

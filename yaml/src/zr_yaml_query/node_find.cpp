@@ -20,189 +20,188 @@ namespace {
 constexpr Found NotFound = {nullptr, YAML_ERR_NOT_FOUND}; // in silence
 
 // The entry with a number, which may be no node itself; NULL past the end, or past an entry that is no node.
-YamlListNode *EntryAt(const YamlListNode &stSeq, uint32_t uiIndex) noexcept
+YamlListNode *EntryAt(const YamlListNode &seq, uint32_t index) noexcept
 {
-    const YamlList &stHead = stSeq.stChildList;
-    const YamlList *pstLink = stHead.next;
-    for (; uiIndex > 0 && pstLink != &stHead && IsNode(*NodeOf(pstLink, NodeLink::Seq)); --uiIndex)
-        pstLink = pstLink->next;
-    return pstLink == &stHead || uiIndex > 0 ? nullptr : NodeOf(pstLink, NodeLink::Seq);
+    const YamlList &head = seq.stChildList;
+    const YamlList *link = head.next;
+    for (; index > 0 && link != &head && IsNode(*NodeOf(link, NodeLink::Seq)); --index)
+        link = link->next;
+    return link == &head || index > 0 ? nullptr : NodeOf(link, NodeLink::Seq);
 }
 
-Found FoundOrNot(YamlListNode *pstNode) noexcept
+Found FoundOrNot(YamlListNode *node) noexcept
 {
-    return pstNode != nullptr ? Found{pstNode, YAML_OK} : NotFound;
+    return node != nullptr ? Found{node, YAML_OK} : NotFound;
 }
 
-Found FindInSeq(YamlListNode &stSeq, uint32_t uiIndex) noexcept
+Found FindInSeq(YamlListNode &seq, uint32_t uiIndex) noexcept
 {
-    if (!HasChildren(stSeq))
+    if (!HasChildren(seq))
         return FIND_FAIL(YAML_ERR_EMPTY, "The current sequence branch is empty.");
     if (uiIndex == YAML_INDEX_NONE)
         return FIND_FAIL(YAML_ERR_INDEX, "The array index has not been specified.");
-    YamlListNode *pstElement = EntryAt(stSeq, uiIndex);
-    if (pstElement != nullptr && !IsNode(*pstElement)) {
+    YamlListNode *element = EntryAt(seq, uiIndex);
+    if (element != nullptr && !IsNode(*element)) {
         YAML_LOG(YAML_LOG_WARN, YAML_ERR_PARAM, "Can't find the node with the index: %u", uiIndex);
         return {nullptr, YAML_ERR_PARAM};
     }
-    return FoundOrNot(pstElement);
+    return FoundOrNot(element);
 }
 
 // What a key that has been searched for and an index lead to.
-Found KeyGive(YamlListNode *pstKey, std::string_view svName, uint32_t uiIndex) noexcept
+Found KeyGive(YamlListNode *key, std::string_view name, uint32_t index) noexcept
 {
-    if (pstKey == nullptr || uiIndex == YAML_INDEX_NONE)
-        return FoundOrNot(pstKey);
-    const YamlListNode *pstValue = FirstChild(*pstKey);
-    if (pstValue == nullptr)
+    if (key == nullptr || index == YAML_INDEX_NONE)
+        return FoundOrNot(key);
+    const YamlListNode *value = FirstChild(*key);
+    if (value == nullptr)
         return FIND_FAIL(YAML_ERR_EMPTY, "The child list is empty when find property in map list.");
-    if (pstKey->uiNextLevelType != YAML_DATATYPE_SEQ)
+    if (key->uiNextLevelType != YAML_DATATYPE_SEQ)
         return FIND_FAIL(YAML_ERR_NODE_TYPE,
                          "The next node type is not sequence when find property in map list. (Type=%u, Key=%.*s)",
-                         pstKey->uiNextLevelType, static_cast<int>(svName.size()), svName.data());
-    YamlListNode *pstElement = EntryAt(*pstValue, uiIndex);
-    return FoundOrNot(pstElement != nullptr && IsNode(*pstElement) ? pstElement : nullptr);
+                         key->uiNextLevelType, static_cast<int>(name.size()), name.data());
+    YamlListNode *element = EntryAt(*value, index);
+    return FoundOrNot(element != nullptr && IsNode(*element) ? element : nullptr);
 }
 
 // A map, or a list of keys that may be in none.
-template <typename Keys>
-Found FindInMap(const Keys &stKeys, bool bEmpty, std::string_view svName, uint32_t uiIndex) noexcept
+template <typename Keys> Found FindInMap(const Keys &keys, bool isEmpty, std::string_view name, uint32_t index) noexcept
 {
-    if (!bEmpty)
-        return KeyGive(KeyFind(stKeys, svName), svName, uiIndex);
+    if (!isEmpty)
+        return KeyGive(KeyFind(keys, name), name, index);
     YAML_NOTE(YAML_OK, "The current map branch is empty.");
     return NotFound;
 }
 
-Found FindInScalar(YamlListNode &stScalar, std::string_view svName, uint32_t uiIndex) noexcept
+Found FindInScalar(YamlListNode &scalar, std::string_view name, uint32_t index) noexcept
 {
-    if (!HasChildren(stScalar))
-        return FIND_FAIL(YAML_ERR_EMPTY, "There is not any data below this branch. (NodeData=%s)", stScalar.pcValue);
-    YamlListNode *pstValue = FirstChild(stScalar);
+    if (!HasChildren(scalar))
+        return FIND_FAIL(YAML_ERR_EMPTY, "There is not any data below this branch. (NodeData=%s)", scalar.pcValue);
+    YamlListNode *pstValue = FirstChild(scalar);
     if (pstValue == nullptr)
         return NotFound;
-    switch (stScalar.uiNextLevelType) {
+    switch (scalar.uiNextLevelType) {
     case YAML_DATATYPE_MAP:
-        return FindInMap(*pstValue, !HasChildren(*pstValue), svName, uiIndex);
+        return FindInMap(*pstValue, !HasChildren(*pstValue), name, index);
     case YAML_DATATYPE_SEQ:
-        return FindInSeq(*pstValue, uiIndex);
+        return FindInSeq(*pstValue, index);
     default: // a path may end on a scalar value whose text it names
-        return FoundOrNot(svName == pstValue->pcValue ? pstValue : nullptr);
+        return FoundOrNot(name == pstValue->pcValue ? pstValue : nullptr);
     }
 }
 
 // What one component names from a node.
-Found Find(YamlListNode &stNode, std::string_view svName, uint32_t uiIndex) noexcept
+Found Find(YamlListNode &node, std::string_view name, uint32_t index) noexcept
 {
-    switch (stNode.uiDataType) {
+    switch (node.uiDataType) {
     case YAML_DATATYPE_MAP:
-        return FindInMap(stNode, !HasChildren(stNode), svName, uiIndex);
+        return FindInMap(node, !HasChildren(node), name, index);
     case YAML_DATATYPE_SEQ:
-        return FindInSeq(stNode, uiIndex);
+        return FindInSeq(node, index);
     case YAML_DATATYPE_SCALAR:
-        return FindInScalar(stNode, svName, uiIndex);
+        return FindInScalar(node, name, index);
     default:
         return FIND_FAIL(YAML_ERR_PARAM, "Unknown data type.");
     }
 }
 
 // The name of a component; one with escapes goes to the buffer.
-std::string_view NameOf(const PathComponent &stComponent, char (&acName)[YAML_KEY_BUF_SIZE]) noexcept
+std::string_view NameOf(const PathComponent &component, char (&nameBuffer)[YAML_KEY_BUF_SIZE]) noexcept
 {
-    if (stComponent.text.size() < 2 && !stComponent.alone) {
-        const char acText[2] = {stComponent.text.empty() ? '\0' : stComponent.text[0], '\0'};
-        YAML_SECURE(strncpy_s(acName, sizeof(acName), acText, sizeof(acName) - 1));
-        return stComponent.text;
+    if (component.text.size() < 2 && !component.alone) {
+        const char text[2] = {component.text.empty() ? '\0' : component.text[0], '\0'};
+        YAML_SECURE(strncpy_s(nameBuffer, sizeof(nameBuffer), text, sizeof(nameBuffer) - 1));
+        return component.text;
     }
-    if (stComponent.name.find('\\') == stComponent.name.npos)
-        return stComponent.name;
-    return {acName, NameUnescape(stComponent.name, acName, sizeof(acName) - 1)};
+    if (component.name.find('\\') == component.name.npos)
+        return component.name;
+    return {nameBuffer, NameUnescape(component.name, nameBuffer, sizeof(nameBuffer) - 1)};
 }
 
 // Follows a path from a map, a sequence or an element down.
-Found Walk(YamlListNode *pstNode, std::string_view svPath, uint32_t &uiIndexed) noexcept
+Found Walk(YamlListNode *pstNode, std::string_view path, uint32_t &indexed) noexcept
 {
-    char acName[YAML_KEY_BUF_SIZE];
-    for (size_t ulParsed = 0;;) {
-        if (ulParsed >= svPath.size())
+    char nameBuffer[YAML_KEY_BUF_SIZE];
+    for (size_t parsed = 0;;) {
+        if (parsed >= path.size())
             return FIND_FAIL(YAML_ERR_KEY, "The length of key is 0.");
-        const PathComponent stComponent = ComponentScan({svPath.data() + ulParsed, svPath.size() - ulParsed});
-        const uint32_t uiCode = PathRefuse(stComponent, stComponent.alone ? PathPlace::Index : PathPlace::Name);
-        if (uiCode != YAML_OK)
-            return {nullptr, uiCode};
-        const uint32_t uiIndex = stComponent.HasIndex() ? static_cast<uint32_t>(stComponent.index) : YAML_INDEX_NONE;
-        const std::string_view svName = NameOf(stComponent, acName);
-        if (stComponent.HasIndex() && svName.empty() && pstNode->uiDataType != YAML_DATATYPE_SEQ)
+        const PathComponent component = ComponentScan({path.data() + parsed, path.size() - parsed});
+        const uint32_t code = PathRefuse(component, component.alone ? PathPlace::Index : PathPlace::Name);
+        if (code != YAML_OK)
+            return {nullptr, code};
+        const uint32_t uiIndex = component.HasIndex() ? static_cast<uint32_t>(component.index) : YAML_INDEX_NONE;
+        const std::string_view name = NameOf(component, nameBuffer);
+        if (component.HasIndex() && name.empty() && pstNode->uiDataType != YAML_DATATYPE_SEQ)
             return FIND_FAIL(YAML_ERR_NODE_TYPE,
                              "The current node is not sequence node but the sequence index is %u. (DataType=%u)",
                              uiIndex, pstNode->uiDataType);
-        const Found stFound = Find(*pstNode, svName, uiIndex);
-        if (stFound.pstNode == nullptr) {
+        const Found found = Find(*pstNode, name, uiIndex);
+        if (found.pstNode == nullptr) {
             YAML_LOG(YAML_LOG_WARN, YAML_ERR_NOT_FOUND, "Can not find the yaml node with key. (Key=%.*s)",
-                     static_cast<int>(svName.size()), svName.data());
-            return stFound;
+                     static_cast<int>(name.size()), name.data());
+            return found;
         }
-        pstNode = stFound.pstNode;
-        ulParsed += stComponent.used;
-        if (ulParsed > svPath.size()) {
-            uiIndexed = stComponent.HasIndex() ? 1 : 0;
-            return stFound;
+        pstNode = found.pstNode;
+        parsed += component.used;
+        if (parsed > path.size()) {
+            indexed = component.HasIndex() ? 1 : 0;
+            return found;
         }
     }
 }
 
 // Follows a path from a sequence down, its first '[' being done; uiRest counts what has not been read.
-Found FrontWalk(YamlListNode *pstNode, std::string_view svPath, uint32_t &uiRest, uint32_t &uiIndexed) noexcept
+Found FrontWalk(YamlListNode *pstNode, std::string_view path, uint32_t &rest, uint32_t &indexed) noexcept
 {
     for (;;) {
-        const PathComponent stIndex = IndexScan(svPath);
-        uint32_t uiCode = PathRefuse(stIndex, PathPlace::Front, false);
-        if (uiCode != YAML_OK)
-            return {nullptr, uiCode};
-        uiRest -= static_cast<uint32_t>(stIndex.digits.size() + 1);
-        const auto uiIndex = static_cast<uint32_t>(stIndex.index);
-        const Found stFound = FindInSeq(*pstNode, uiIndex);
-        if (stFound.pstNode == nullptr) {
+        const PathComponent index = IndexScan(path);
+        uint32_t code = PathRefuse(index, PathPlace::Front, false);
+        if (code != YAML_OK)
+            return {nullptr, code};
+        rest -= static_cast<uint32_t>(index.digits.size() + 1);
+        const auto uiIndex = static_cast<uint32_t>(index.index);
+        const Found found = FindInSeq(*pstNode, uiIndex);
+        if (found.pstNode == nullptr) {
             YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_FOUND, "Can't find the specified value. (Index=%u)", uiIndex);
-            return stFound;
+            return found;
         }
-        uiCode = PathRefuse(stIndex, PathPlace::Front);
-        if (uiCode != YAML_OK)
-            return {nullptr, uiCode};
-        svPath.remove_prefix(stIndex.digits.size() + 1);
-        if (svPath.empty()) {
-            uiIndexed = 1;
-            return stFound;
+        code = PathRefuse(index, PathPlace::Front);
+        if (code != YAML_OK)
+            return {nullptr, code};
+        path.remove_prefix(index.digits.size() + 1);
+        if (path.empty()) {
+            indexed = 1;
+            return found;
         }
-        --uiRest;
-        const bool bIndexFollows = svPath.front() == '[';
-        svPath.remove_prefix(1);
-        if (!bIndexFollows)
-            return Walk(stFound.pstNode, svPath, uiIndexed);
-        if (stFound.pstNode->uiDataType != YAML_DATATYPE_SEQ)
+        --rest;
+        const bool indexFollows = path.front() == '[';
+        path.remove_prefix(1);
+        if (!indexFollows)
+            return Walk(found.pstNode, path, indexed);
+        if (found.pstNode->uiDataType != YAML_DATATYPE_SEQ)
             return FIND_FAIL(YAML_ERR_NODE_TYPE, "The current level node is not sequence node.");
-        pstNode = stFound.pstNode;
+        pstNode = found.pstNode;
     }
 }
 
 } // namespace
 
-Found zryaml::query::PathWalk(YamlHandle &stHandle, std::string_view svPath, uint32_t &uiIndexed) noexcept
+Found zryaml::query::PathWalk(YamlHandle &handle, std::string_view path, uint32_t &indexed) noexcept
 {
-    YamlListNode &stRoot = stHandle.stRoot;
-    YamlListNode *pstTop = FirstChild(stRoot);
-    const bool bMap = stRoot.uiDataType == YAML_DATATYPE_MAP && pstTop != nullptr;
-    if (!bMap && !svPath.starts_with('['))
+    YamlListNode &stRoot = handle.stRoot;
+    YamlListNode *top = FirstChild(stRoot);
+    const bool isMap = stRoot.uiDataType == YAML_DATATYPE_MAP && top != nullptr;
+    if (!isMap && !path.starts_with('['))
         return FIND_FAIL(YAML_ERR_KEY,
                          "The current file is begin with sequence, but the key is begin with map. (Key=%.*s)",
-                         static_cast<int>(svPath.size()), svPath.data());
-    uiIndexed = 0;
-    if (bMap)
-        return Walk(pstTop, svPath, uiIndexed);
-    svPath.remove_prefix(1);
-    auto uiRest = static_cast<uint32_t>(svPath.size() + 1);
+                         static_cast<int>(path.size()), path.data());
+    indexed = 0;
+    if (isMap)
+        return Walk(top, path, indexed);
+    path.remove_prefix(1);
+    auto rest = static_cast<uint32_t>(path.size() + 1);
     // The root of an empty document has no children either, and so reads as an empty sequence.
-    return FrontWalk(pstTop != nullptr ? pstTop : &stRoot, svPath, uiRest, uiIndexed);
+    return FrontWalk(top != nullptr ? top : &stRoot, path, rest, indexed);
 }
 
 YamlListNode *yaml_NodeGetByKey(YamlHandle *pstHandle, uint32_t *puiIndexed, const char *pcKeyFormat, va_list stArgs)

@@ -13,10 +13,10 @@ struct Found {
 
 // Formats a key path; a code (logged) if it is empty, too long or cannot be formatted. The path is then as much of it
 // as there is, or the format.
-[[nodiscard]] uint32_t PathFormat(char (&acPath)[YAML_KEY_BUF_SIZE], const char *pcKeyFormat, va_list stArgs) noexcept
+[[nodiscard]] uint32_t PathFormat(char (&path)[YAML_KEY_BUF_SIZE], const char *keyFormat, va_list arguments) noexcept
     __attribute__((format(printf, 2, 0)));
 
 // Finds the node at a path; uiIndexed tells whether its last component selected an element.
-[[nodiscard]] Found PathWalk(YamlHandle &stHandle, std::string_view svPath, uint32_t &uiIndexed) noexcept;
+[[nodiscard]] Found PathWalk(YamlHandle &handle, std::string_view path, uint32_t &indexed) noexcept;
 
 } // namespace zryaml::query

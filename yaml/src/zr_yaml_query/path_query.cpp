@@ -7,13 +7,13 @@ using namespace zryaml::query;
 
 namespace {
 
-__attribute__((format(printf, 2, 0))) uint32_t ValueFind(YamlHandle *pstHandle, const char *pcKeyFormat, va_list stArgs,
-                                                         const YamlListNode *&pstValue) noexcept
+__attribute__((format(printf, 2, 0))) uint32_t ValueFind(YamlHandle *handle, const char *keyFormat, va_list arguments,
+                                                         const YamlListNode *&value) noexcept
 {
     ErrorClear();
-    if (pstHandle == nullptr || pcKeyFormat == nullptr)
+    if (handle == nullptr || keyFormat == nullptr)
         return YAML_FAIL(YAML_ERR_PARAM, "The parameter is null.");
-    return KeyQuery(*pstHandle, pcKeyFormat, stArgs).ValueFind(pstValue);
+    return KeyQuery(*handle, keyFormat, arguments).ValueFind(value);
 }
 
 } // namespace

@@ -60,11 +60,11 @@ uint32_t ZRYAML_PathKeyWrite(const char *pcKey, size_t ulLength, uint32_t uiBufS
 uint32_t ZRYAML_StepTake(const YamlListNode *pstValue, const char *pcKey, size_t ulKeyLen, uint64_t ulIndex,
                          const YamlListNode **ppstFound)
 {
-    const YamlListNode *pstFound = nullptr;
-    const uint32_t uiCode = StepTake(pstValue, pcKey, ulKeyLen, ulIndex, pstFound);
+    const YamlListNode *found = nullptr;
+    const uint32_t uiCode = StepTake(pstValue, pcKey, ulKeyLen, ulIndex, found);
     if (uiCode == YAML_OK) {
-        ReadMark(*pstFound);
-        *ppstFound = pstFound;
+        ReadMark(*found);
+        *ppstFound = found;
     }
     return uiCode;
 }
@@ -72,8 +72,8 @@ uint32_t ZRYAML_StepTake(const YamlListNode *pstValue, const char *pcKey, size_t
 uint32_t ZRYAML_StepExplain(const YamlListNode *pstValue, const char *pcKey, size_t ulKeyLen, uint64_t ulIndex)
 {
     ErrorClear();
-    const YamlListNode *pstFound = nullptr;
-    const uint32_t uiCode = StepTake(pstValue, pcKey, ulKeyLen, ulIndex, pstFound);
+    const YamlListNode *found = nullptr;
+    const uint32_t uiCode = StepTake(pstValue, pcKey, ulKeyLen, ulIndex, found);
     if (uiCode == YAML_OK)
         return YAML_OK;
     ErrorNote(uiCode, "%s", "");

@@ -19,6 +19,6 @@ enum class PathPlace : uint8_t {
 };
 // Logs and returns what a lookup by format refuses in a component; YAML_OK if nothing. What stands behind
 // an index may be left for later.
-[[nodiscard]] uint32_t PathRefuse(const PathComponent &stComponent, PathPlace ePlace, bool bTail = true) noexcept;
+[[nodiscard]] uint32_t PathRefuse(const PathComponent &component, PathPlace place, bool hasTail = true) noexcept;
 
 } // namespace zryaml::query

@@ -195,17 +195,17 @@ YamlListNode *ElementAt(const YamlListNode &sequence, uint32_t index) noexcept
 
 } // namespace
 
-YamlListNode *QuickFind(YamlHandle &stHandle, const char *pcKeyFormat, va_list stArgs, uint32_t &uiIndexed) noexcept
+YamlListNode *QuickFind(YamlHandle &handle, const char *keyFormat, va_list arguments, uint32_t &indexed) noexcept
 {
-    FormatReader reader(pcKeyFormat, stArgs);
-    YamlListNode *node = &stHandle.stRoot;
+    FormatReader reader(keyFormat, arguments);
+    YamlListNode *node = &handle.stRoot;
     YamlListNode *value = FirstChild(*node); // of the key or element found so far
     uint32_t type = node->uiDataType;        // of the value
     for (;;) {
         if (value == nullptr)
             return nullptr;
-        uiIndexed = reader.Next() == '[' ? 1 : 0;
-        if (uiIndexed != 0) {
+        indexed = reader.Next() == '[' ? 1 : 0;
+        if (indexed != 0) {
             uint32_t index = 0;
             if (type != YAML_DATATYPE_SEQ || !reader.Index(index))
                 return nullptr;

@@ -9,7 +9,7 @@ namespace zryaml::query {
 
 // The node at a path, a key or an element, as uiIndexed tells; NULL if the ordinary lookup has to decide. What it finds
 // both lookups by format and typed reads find.
-[[nodiscard]] YamlListNode *QuickFind(YamlHandle &stHandle, const char *pcKeyFormat, va_list stArgs,
-                                      uint32_t &uiIndexed) noexcept;
+[[nodiscard]] YamlListNode *QuickFind(YamlHandle &handle, const char *keyFormat, va_list arguments,
+                                      uint32_t &indexed) noexcept;
 
 } // namespace zryaml::query

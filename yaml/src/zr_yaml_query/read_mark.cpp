@@ -5,20 +5,20 @@
 using namespace zryaml;
 using namespace zryaml::query;
 
-bool zryaml::query::IsKey(const YamlListNode &stNode) noexcept
+bool zryaml::query::IsKey(const YamlListNode &node) noexcept
 {
-    const YamlListNode *pstFather = stNode.pstFather;
-    return pstFather != nullptr && pstFather->uiDataType == YAML_DATATYPE_MAP && pstFather->pstFather != nullptr;
+    const YamlListNode *father = node.pstFather;
+    return father != nullptr && father->uiDataType == YAML_DATATYPE_MAP && father->pstFather != nullptr;
 }
 
-bool zryaml::query::IsRead(const YamlListNode &stKey) noexcept
+bool zryaml::query::IsRead(const YamlListNode &key) noexcept
 {
-    return (__atomic_load_n(&stKey.uiState, __ATOMIC_RELAXED) & NODE_READ) != 0;
+    return (__atomic_load_n(&key.uiState, __ATOMIC_RELAXED) & NODE_READ) != 0;
 }
 
-void zryaml::query::ReadMarkAlways(const YamlListNode &stNode) noexcept
+void zryaml::query::ReadMarkAlways(const YamlListNode &node) noexcept
 {
-    for (const YamlListNode *pst = &stNode; pst != nullptr; pst = pst->pstFather) {
+    for (const YamlListNode *pst = &node; pst != nullptr; pst = pst->pstFather) {
         if (!IsKey(*pst))
             continue;
         if (IsRead(*pst))

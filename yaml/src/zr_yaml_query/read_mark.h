@@ -7,15 +7,15 @@
 
 namespace zryaml::query {
 
-[[nodiscard]] bool IsKey(const YamlListNode &stNode) noexcept;
-[[nodiscard]] bool IsRead(const YamlListNode &stKey) noexcept;
+[[nodiscard]] bool IsKey(const YamlListNode &node) noexcept;
+[[nodiscard]] bool IsRead(const YamlListNode &key) noexcept;
 
-void ReadMarkAlways(const YamlListNode &stNode) noexcept;
+void ReadMarkAlways(const YamlListNode &node) noexcept;
 // Marks the key whose value a node is, or that it is, and all keys above as read, while the debug switch is on.
-inline void ReadMark(const YamlListNode &stNode) noexcept
+inline void ReadMark(const YamlListNode &node) noexcept
 {
     if (DebugSwitch() != 0)
-        ReadMarkAlways(stNode);
+        ReadMarkAlways(node);
 }
 
 } // namespace zryaml::query

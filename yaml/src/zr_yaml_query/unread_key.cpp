@@ -11,50 +11,50 @@ using namespace zryaml::query;
 namespace {
 
 // A key that is not listed: a repeated one, which reads as the merged key, or a template for aliases and merges.
-bool IsPassedOver(const YamlListNode &stKey) noexcept
+bool IsPassedOver(const YamlListNode &key) noexcept
 {
-    const YamlListNode *pstValue = FirstChild(stKey);
-    return stKey.uiSameWithAnchor == 1 || pstValue == nullptr || (pstValue->uiState & NODE_ANCHORED) != 0;
+    const YamlListNode *value = FirstChild(key);
+    return key.uiSameWithAnchor == 1 || value == nullptr || (value->uiState & NODE_ANCHORED) != 0;
 }
 
 // The node that follows a node and all that is below it.
-const YamlListNode *Behind(const YamlListNode *pstNode) noexcept
+const YamlListNode *Behind(const YamlListNode *node) noexcept
 {
-    for (; pstNode->pstFather != nullptr; pstNode = pstNode->pstFather) {
-        const YamlListNode &stFather = *pstNode->pstFather;
-        const NodeLink eLink = ChildLinkOf(stFather);
-        const YamlList *pstNext = LinkOf(*pstNode, eLink).next;
-        if (pstNext != &stFather.stChildList)
-            return NodeOf(pstNext, eLink);
+    for (; node->pstFather != nullptr; node = node->pstFather) {
+        const YamlListNode &father = *node->pstFather;
+        const NodeLink by = ChildLinkOf(father);
+        const YamlList *next = LinkOf(*node, by).next;
+        if (next != &father.stChildList)
+            return NodeOf(next, by);
     }
     return nullptr;
 }
 
-const YamlListNode *UnreadFrom(const YamlListNode *pstNode) noexcept
+const YamlListNode *UnreadFrom(const YamlListNode *node) noexcept
 {
-    while (pstNode != nullptr) {
-        const bool bKey = IsKey(*pstNode);
-        const bool bPassed = bKey && IsPassedOver(*pstNode);
-        if (bKey && !bPassed && !IsRead(*pstNode))
-            return pstNode;
-        const YamlListNode *pstBelow = bPassed ? nullptr : FirstChild(*pstNode);
-        pstNode = pstBelow != nullptr ? pstBelow : Behind(pstNode);
+    while (node != nullptr) {
+        const bool isKey = IsKey(*node);
+        const bool passed = isKey && IsPassedOver(*node);
+        if (isKey && !passed && !IsRead(*node))
+            return node;
+        const YamlListNode *below = passed ? nullptr : FirstChild(*node);
+        node = below != nullptr ? below : Behind(node);
     }
     return nullptr;
 }
 
-void UnreadFill(const YamlListNode &stKey, YamlUnreadKey &stUnread) noexcept
+void UnreadFill(const YamlListNode &key, YamlUnreadKey &unread) noexcept
 {
-    const YamlListNode *pstWritten = stKey.uPrivate.pstSameKey; // where a merged key was overridden
-    const YamlListNode &stPlace = pstWritten != nullptr ? *pstWritten : stKey;
-    stUnread.pcKey = stKey.pcValue;
-    stUnread.pcSource = SourceNameOf(&stPlace);
-    stUnread.uiLine = stPlace.uiLine;
-    stUnread.uiColumn = stPlace.uiColumn;
-    stUnread.uiFromAlias = stPlace.uiFromAlias;
-    stUnread.pstNode = &stKey;
-    if (ZRYAML_ValuePathGet(&stKey, sizeof(stUnread.acPath), stUnread.acPath) >= sizeof(stUnread.acPath))
-        CutMark(stUnread.acPath, sizeof(stUnread.acPath));
+    const YamlListNode *written = key.uPrivate.pstSameKey; // where a merged key was overridden
+    const YamlListNode &place = written != nullptr ? *written : key;
+    unread.pcKey = key.pcValue;
+    unread.pcSource = SourceNameOf(&place);
+    unread.uiLine = place.uiLine;
+    unread.uiColumn = place.uiColumn;
+    unread.uiFromAlias = place.uiFromAlias;
+    unread.pstNode = &key;
+    if (ZRYAML_ValuePathGet(&key, sizeof(unread.acPath), unread.acPath) >= sizeof(unread.acPath))
+        CutMark(unread.acPath, sizeof(unread.acPath));
 }
 
 } // namespace
@@ -68,10 +68,10 @@ uint32_t ZRYAML_UnreadKeyNext(YamlHandle *pstHandle, YamlUnreadKey *pstKey)
         return YAML_FAIL(YAML_ERR_PARAM, "The record is too small. (Size=%u)", pstKey->uiSize);
     if (DebugSwitch() == 0)
         return YAML_FAIL(YAML_ERR_SWITCH_OFF, "The debug switch has not been open.");
-    const YamlListNode *pstFrom = pstKey->pstNode != nullptr ? Behind(pstKey->pstNode) : ZRYAML_RootGet(pstHandle);
-    const YamlListNode *pstUnread = UnreadFrom(pstFrom);
-    if (pstUnread == nullptr)
+    const YamlListNode *from = pstKey->pstNode != nullptr ? Behind(pstKey->pstNode) : ZRYAML_RootGet(pstHandle);
+    const YamlListNode *unread = UnreadFrom(from);
+    if (unread == nullptr)
         return YAML_ERR_ITER_END;
-    UnreadFill(*pstUnread, *pstKey);
+    UnreadFill(*unread, *pstKey);
     return YAML_OK;
 }

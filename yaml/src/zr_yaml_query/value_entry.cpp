@@ -8,30 +8,30 @@ using namespace zryaml::query;
 namespace {
 
 // The next entry that shows, from a place on.
-const YamlListNode *Shown(NodeRange::Iterator stEntry) noexcept
+const YamlListNode *Shown(NodeRange::Iterator entry) noexcept
 {
-    while (!(stEntry == NodeRange::End{}) && (*stEntry).uiSameWithAnchor == 1)
-        ++stEntry;
-    return stEntry == NodeRange::End{} ? nullptr : &*stEntry;
+    while (!(entry == NodeRange::End{}) && (*entry).uiSameWithAnchor == 1)
+        ++entry;
+    return entry == NodeRange::End{} ? nullptr : &*entry;
 }
 
 } // namespace
 
-const YamlListNode *zryaml::query::EntryFirst(const YamlListNode *pstValue) noexcept
+const YamlListNode *zryaml::query::EntryFirst(const YamlListNode *value) noexcept
 {
-    return pstValue == nullptr ? nullptr : Shown(Children(*pstValue).begin());
+    return value == nullptr ? nullptr : Shown(Children(*value).begin());
 }
 
-const YamlListNode *zryaml::query::EntryNext(const YamlListNode &stValue, const YamlListNode &stEntry) noexcept
+const YamlListNode *zryaml::query::EntryNext(const YamlListNode &value, const YamlListNode &entry) noexcept
 {
-    const NodeLink eLink = ChildLinkOf(stValue);
-    return Shown({LinkOf(stEntry, eLink).next, &stValue.stChildList, eLink});
+    const NodeLink by = ChildLinkOf(value);
+    return Shown({LinkOf(entry, by).next, &value.stChildList, by});
 }
 
-const YamlListNode *zryaml::query::EntryAt(const YamlListNode *pstValue, uint32_t uiIndex) noexcept
+const YamlListNode *zryaml::query::EntryAt(const YamlListNode *value, uint32_t index) noexcept
 {
-    const YamlListNode *pstEntry = EntryFirst(pstValue);
-    for (; pstEntry != nullptr && uiIndex > 0; --uiIndex)
-        pstEntry = EntryNext(*pstValue, *pstEntry);
-    return pstEntry;
+    const YamlListNode *entry = EntryFirst(value);
+    for (; entry != nullptr && index > 0; --index)
+        entry = EntryNext(*value, *entry);
+    return entry;
 }

@@ -10,61 +10,61 @@ using namespace zryaml::query;
 
 namespace {
 
-char *ScalarGet(YamlHandle &stHandle, KeyQuery &stQuery) noexcept
+char *ScalarGet(YamlHandle &handle, KeyQuery &query) noexcept
 {
-    struct timespec stStart = {};
-    const bool bTimed = DebugSwitch() != 0;
-    if (bTimed)
-        yaml_StartPoint(&stStart);
-    YamlListNode *pstNode = stQuery.NodeFind().pstNode;
-    if (pstNode == nullptr)
+    struct timespec start = {};
+    const bool isTimed = DebugSwitch() != 0;
+    if (isTimed)
+        yaml_StartPoint(&start);
+    YamlListNode *node = query.NodeFind().pstNode;
+    if (node == nullptr)
         return nullptr;
-    char *pcText = nullptr;
-    if (stQuery.Indexed() != 1 && !HasChildren(*pstNode)) {
+    char *text = nullptr;
+    if (query.Indexed() != 1 && !HasChildren(*node)) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_EMPTY, "There is not any data in the child list.");
     } else {
-        pcText = yaml_NodeValueGet(pstNode, stQuery.Indexed());
-        if (bTimed)
-            yaml_QueryDbgInfoRecord(&stHandle, &stStart);
+        text = yaml_NodeValueGet(node, query.Indexed());
+        if (isTimed)
+            yaml_QueryDbgInfoRecord(&handle, &start);
     }
-    if (pcText == nullptr)
-        stQuery.NodeExplain(*pstNode, "a scalar");
-    return pcText;
+    if (text == nullptr)
+        query.NodeExplain(*node, "a scalar");
+    return text;
 }
 
 // The sequence that an element is, or that is the value of a key; NULL if there is none (logged).
-const YamlListNode *SeqOf(const YamlListNode &stNode, bool bElement) noexcept
+const YamlListNode *SeqOf(const YamlListNode &node, bool isElement) noexcept
 {
-    const uint32_t uiType = bElement ? stNode.uiDataType : stNode.uiNextLevelType;
-    if (uiType != YAML_DATATYPE_SEQ) {
+    const uint32_t type = isElement ? node.uiDataType : node.uiNextLevelType;
+    if (type != YAML_DATATYPE_SEQ) {
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NODE_TYPE, "The value for specified key is not sequence node. (DataType=%u)",
-                 uiType);
+                 type);
         return nullptr;
     }
-    const YamlListNode *pstSeq = bElement ? &stNode : nullptr;
-    if (!bElement && HasChildren(stNode))
-        pstSeq = NodeOf(stNode.stChildList.next, NodeLink::Seq);
-    if (pstSeq != nullptr && IsNode(*pstSeq) && pstSeq->uiDataType == YAML_DATATYPE_SEQ)
-        return pstSeq;
+    const YamlListNode *seq = isElement ? &node : nullptr;
+    if (!isElement && HasChildren(node))
+        seq = NodeOf(node.stChildList.next, NodeLink::Seq);
+    if (seq != nullptr && IsNode(*seq) && seq->uiDataType == YAML_DATATYPE_SEQ)
+        return seq;
     YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NODE_TYPE, "The current node is not sequence node. (DataType=%u)",
-             ZRYAML_ValueTypeGet(pstSeq));
+             ZRYAML_ValueTypeGet(seq));
     return nullptr;
 }
 
-uint32_t SizeGet(KeyQuery &stQuery) noexcept
+uint32_t SizeGet(KeyQuery &query) noexcept
 {
-    const YamlListNode *pstNode = stQuery.NodeFind().pstNode;
-    if (pstNode == nullptr)
+    const YamlListNode *node = query.NodeFind().pstNode;
+    if (node == nullptr)
         return 0;
-    const YamlListNode *pstSeq = SeqOf(*pstNode, stQuery.Indexed() == 1);
-    if (pstSeq == nullptr) {
-        stQuery.NodeExplain(*pstNode, "a sequence");
+    const YamlListNode *seq = SeqOf(*node, query.Indexed() == 1);
+    if (seq == nullptr) {
+        query.NodeExplain(*node, "a sequence");
         return 0;
     }
-    uint32_t uiCount = 0;
-    for ([[maybe_unused]] const YamlListNode &stElement : Children(*pstSeq))
-        ++uiCount;
-    return uiCount;
+    uint32_t count = 0;
+    for ([[maybe_unused]] const YamlListNode &element : Children(*seq))
+        ++count;
+    return count;
 }
 
 } // namespace
@@ -78,9 +78,9 @@ char *ZRYAML_PropertyGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...)
     }
     va_list stArgs;
     va_start(stArgs, pcKeyFormat);
-    KeyQuery stQuery(*pstHandle, pcKeyFormat, stArgs);
+    KeyQuery query(*pstHandle, pcKeyFormat, stArgs);
     va_end(stArgs);
-    return ScalarGet(*pstHandle, stQuery);
+    return ScalarGet(*pstHandle, query);
 }
 
 uint32_t ZRYAML_ArraySizeGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...)
@@ -93,9 +93,9 @@ uint32_t ZRYAML_ArraySizeGet(YamlHandle *pstHandle, const char *pcKeyFormat, ...
     }
     va_list stArgs;
     va_start(stArgs, pcKeyFormat);
-    KeyQuery stQuery(*pstHandle, pcKeyFormat, stArgs);
+    KeyQuery query(*pstHandle, pcKeyFormat, stArgs);
     va_end(stArgs);
-    return SizeGet(stQuery);
+    return SizeGet(query);
 }
 
 char *yaml_NodeValueGet(YamlListNode *pstNode, uint32_t uiIndexed)
@@ -105,7 +105,7 @@ char *yaml_NodeValueGet(YamlListNode *pstNode, uint32_t uiIndexed)
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_EMPTY, "There is not any data in the child list.");
         return nullptr;
     }
-    const YamlListNode *pstFirst = nullptr;
+    const YamlListNode *first = nullptr;
     switch (pstValue->uiDataType) {
     case YAML_DATATYPE_SCALAR:
         return pstValue->pcValue;
@@ -113,10 +113,10 @@ char *yaml_NodeValueGet(YamlListNode *pstNode, uint32_t uiIndexed)
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_SCALAR, "The specified node is a map node.");
         break;
     case YAML_DATATYPE_SEQ:
-        pstFirst = FirstChild(*pstValue);
+        first = FirstChild(*pstValue);
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_NOT_SCALAR,
                  "The specified node is not scalar node or has many sequence nodes. (DataType=%u)",
-                 pstFirst != nullptr ? pstFirst->uiDataType : YAML_DATATYPE_NONE);
+                 first != nullptr ? first->uiDataType : YAML_DATATYPE_NONE);
         break;
     default:
         YAML_LOG(YAML_LOG_ERROR, YAML_ERR_PARAM, "The type in specified node is invalid. (DataType=%u)",

@@ -9,16 +9,16 @@ using namespace zryaml::query;
 
 namespace {
 
-void ChildFill(const YamlListNode &stValue, const YamlListNode &stEntry, uint32_t uiIndex, YamlChild &stChild) noexcept
+void ChildFill(const YamlListNode &value, const YamlListNode &entry, uint32_t index, YamlChild &child) noexcept
 {
-    const YamlListNode *pstBelow = EntryValue(stValue, stEntry);
-    const bool bMap = stValue.uiDataType == YAML_DATATYPE_MAP;
-    ReadMark(stEntry);
-    stChild.uiType = ZRYAML_ValueTypeGet(pstBelow);
-    stChild.uiIndex = uiIndex;
-    stChild.pcKey = bMap ? stEntry.pcValue : nullptr;
-    stChild.pstValue = pstBelow;
-    stChild.pstEntry = &stEntry;
+    const YamlListNode *below = EntryValue(value, entry);
+    const bool isMap = value.uiDataType == YAML_DATATYPE_MAP;
+    ReadMark(entry);
+    child.uiType = ZRYAML_ValueTypeGet(below);
+    child.uiIndex = index;
+    child.pcKey = isMap ? entry.pcValue : nullptr;
+    child.pstValue = below;
+    child.pstEntry = &entry;
 }
 
 } // namespace
@@ -80,11 +80,11 @@ uint32_t ZRYAML_ChildNextGet(const YamlListNode *pstValue, YamlChild *pstChild)
         return YAML_ERR_PARAM;
     if (pstValue == nullptr)
         return YAML_ERR_ITER_END;
-    const YamlListNode *pstLast = pstChild->pstEntry;
-    const YamlListNode *pstEntry = pstLast == nullptr ? EntryFirst(pstValue) : EntryNext(*pstValue, *pstLast);
+    const YamlListNode *last = pstChild->pstEntry;
+    const YamlListNode *pstEntry = last == nullptr ? EntryFirst(pstValue) : EntryNext(*pstValue, *last);
     if (pstEntry == nullptr)
         return YAML_ERR_ITER_END;
-    ChildFill(*pstValue, *pstEntry, pstLast == nullptr ? 0 : pstChild->uiIndex + 1, *pstChild);
+    ChildFill(*pstValue, *pstEntry, last == nullptr ? 0 : pstChild->uiIndex + 1, *pstChild);
     return YAML_OK;
 }
 

@@ -22,7 +22,7 @@ void DocumentFree(YamlHandle &document) noexcept
 uint32_t ShardNumber(uint32_t shards) noexcept
 {
     constexpr uint64_t Spread = 0x9E3779B97F4A7C15; // 2^64 by the golden ratio: neighbours end up far apart
-    return static_cast<uint32_t>((reinterpret_cast<uintptr_t>(&t_stError) * Spread) >> 32) % shards;
+    return static_cast<uint32_t>((reinterpret_cast<uintptr_t>(&t_error) * Spread) >> 32) % shards;
 }
 
 } // namespace
