@@ -212,6 +212,27 @@ TEST_F(Bind, LeavesNothingBehindWhereMemoryIsShort)
     ZRYAML_HandleFree(document);
 }
 
+TEST_F(Bind, GivesDefaultsOfTheDocumentsOwn)
+{
+    string sample(300, ' ');
+    sample.resize(ZRYAML_RecordSampleWrite(&DefaultsRecord, 300, sample.data()));
+    for (const string &text : {string(), string("{port: 80}"), sample}) {
+        YamlHandle *document = ZRYAML_TextLoad(text.data(), text.size(), "doc");
+        for (const uint64_t refused : {1U, 2U, 0U}) { // the plan, and the text of the default
+            Base().Reset();
+            Base().ulFailAllocation = refused;
+            Net net = {};
+            const uint32_t code = ZRYAML_RecordRead(document, nullptr, &DefaultsRecord, &net, nullptr);
+            Base().ulFailAllocation = 0;
+            if (code == YAML_OK)
+                EXPECT_TRUE(net.host == string("a: #b") && net.port == 80) << text;
+            else
+                EXPECT_TRUE(refused != 0 && code == YAML_ERR_NOMEM && net.host == nullptr) << text;
+        }
+        ZRYAML_HandleFree(document);
+    }
+}
+
 TEST_F(Bind, NamesMistakesOfTheHost)
 {
     YamlHandle *document = ZRYAML_TextLoad("", 0, "doc");

@@ -368,46 +368,29 @@ TEST_F(Layers, AreTheSameInCxx)
     EXPECT_EQ(zryaml::Layers().set("a").set("b").load().error().size(), 2U);
 }
 
-struct ChangeCase {
-    int iLine;
-    const char *pcOld, *pcNew, *pcChanges;
-};
-
-const ChangeCase g_changes[] = {
-    {__LINE__, "", "", ""},
-    {__LINE__, "{a: 1}", "", "-a=1"},
-    {__LINE__, "", "[{a: 1}, []]", "+[0].a=1 +[1]"},
-    {__LINE__, "{a: 1, b: 2, c: 3}", "{c: 3, a: '1', b: 2}", ""},
-    {__LINE__, "{x: 0, a: 1, y: {z: 1, w: []}, b: 2, q: 1}", "{n: 1, b: 3, a: 1, m: {}}",
-     "-x=0 +n=1 ~b=2>3 -q=1 -y.z=1 -y.w +m"},
-    {__LINE__, "{s: [1, 2, 3], t: [1], m: {}, e: []}", "{s: [1, 4], t: [1, {u: v}], m: {n: }, e: {}}",
-     "~s[1]=2>4 -s[2]=3 +t[1].u=v +m.n= -e +e"},
-    {__LINE__, "{a: {b: {c: 1}}, d: 1}", "{a: {b: x}, d: 2}", "-a.b.c=1 +a.b=x ~d=1>2"},
-    {__LINE__, "{x: &x {p: 1, q: 2}, a: {<<: *x , p: 3}}", "{x: {p: 1, q: 2}, a: {p: 4, q: 2}}", "~a.p=3>4"},
-    {__LINE__, "[1, 2]", "{a: 1}", "-[0]=1 -[1]=2 +a=1"},
-};
-
-TEST_F(Layers, ShowWhatChanged)
+TEST_F(Layers, RefuseWhatIsNoLayer)
 {
-    for (const ChangeCase &stCase : g_changes) {
-        YamlHandle *pstOld = TextLoad(stCase.pcOld), *pstNew = TextLoad(stCase.pcNew);
-        YamlChange stChange = YAML_CHANGE_INIT;
-        std::string text;
-        while (ZRYAML_ChangeNext(pstOld, pstNew, &stChange) == YAML_OK) {
-            const YamlListNode *pstValue = stChange.pstNew != nullptr ? stChange.pstNew : stChange.pstOld;
-            char acPath[100];
-            (void)ZRYAML_ValuePathGet(pstValue, sizeof(acPath), acPath);
-            text.append(text.empty() ? "" : " ").append(1, " +-~"[stChange.uiKind]).append(acPath);
-            if (const char *pcText = ZRYAML_ValueTextGet(pstValue))
-                text.append(stChange.uiKind == YAML_CHANGE_CHANGED
-                                ? std::string("=") + ZRYAML_ValueTextGet(stChange.pstOld) + '>'
-                                : "=")
-                    .append(pcText);
-        }
-        EXPECT_EQ(text, stCase.pcChanges) << "line " << stCase.iLine;
-        EXPECT_EQ(ZRYAML_ChangeNext(pstOld, pstNew, &stChange), YAML_ERR_ITER_END) << "line " << stCase.iLine;
-        ZRYAML_HandleFree(pstOld);
-        ZRYAML_HandleFree(pstNew);
+    const std::pair<YamlLayer, const char *> wrong[] = {
+        {{9, 0, "x", nullptr, 0, nullptr}, "layer 1 is of no known kind"},
+        {{YAML_LAYER_FILE, 0, nullptr, nullptr, 0, nullptr}, "layer 1 has no source"},
+        {{YAML_LAYER_FILE, 1, "x", nullptr, 0, nullptr}, "layer 1 has flags or reserved members that are not 0"},
+        {{YAML_LAYER_ENVIRONMENT, 0, "", nullptr, 0, nullptr}, "layer 1 has an empty prefix"},
+        {{YAML_LAYER_ASSIGNMENT, 0, "--set", nullptr, 0, nullptr}, "layer 1 has no text"},
+        {{YAML_LAYER_TEXT, 0, "x", nullptr, 1, nullptr}, "layer 1 has no text"},
+    };
+    for (const auto &[layer, message] : wrong) {
+        const YamlLayer layers[] = {{YAML_LAYER_TEXT, 0, "x", "a: 1", 4, nullptr}, layer};
+        YamlProblems *problems = nullptr;
+        EXPECT_EQ(ZRYAML_LayersLoad(layers, 2, nullptr, &problems), nullptr);
+        EXPECT_EQ(ZRYAML_ProblemCountGet(problems), 1U);
+        EXPECT_EQ(std::string(ZRYAML_ProblemGet(problems, 0)->pcMessage).find(message), 0U) << message;
+        EXPECT_EQ(ZRYAML_LastErrorGet()->uiCode, YAML_ERR_PARAM);
+        ZRYAML_ProblemsFree(problems);
     }
+    YamlLayerOptions options = YAML_LAYER_OPTIONS_INIT;
+    options.uiFlags = 4;
+    EXPECT_EQ(ZRYAML_LayersLoad(nullptr, 0, &options, nullptr), nullptr);
+    EXPECT_EQ(ZRYAML_LayersLoad(nullptr, 1, nullptr, nullptr), nullptr);
 }
+
 } // namespace

@@ -267,4 +267,21 @@ TEST_F(Watch, AsksTheProgramAndRefusesWrongReleases)
     EXPECT_EQ(Base().log.size(), 2U);
 }
 
+TEST_F(Watch, RefusesWrongArguments)
+{
+    const YamlLayer layer = {YAML_LAYER_TEXT, 0, "x", "a: 1", 4, nullptr}, wrong = {9, 0, "x", nullptr, 0, nullptr};
+    YamlWatchOptions slow = YAML_WATCH_OPTIONS_INIT, flagged = slow, small = slow;
+    slow.uiSettle = 501;
+    flagged.uiFlags = 2;
+    small.uiSize = 4;
+    for (const YamlWatchOptions *options : {&slow, &flagged, &small})
+        EXPECT_EQ(ZRYAML_WatchOpen(&layer, 1, options, nullptr), nullptr);
+    EXPECT_EQ(ZRYAML_WatchOpen(&wrong, 1, nullptr, nullptr), nullptr);
+    EXPECT_EQ(ZRYAML_LastErrorGet()->uiCode, YAML_ERR_PARAM);
+    EXPECT_EQ(ZRYAML_WatchPoll(nullptr, nullptr), YAML_ERR_PARAM);
+    EXPECT_EQ(ZRYAML_WatchChangeNext(nullptr, nullptr), YAML_ERR_PARAM);
+    EXPECT_TRUE(ZRYAML_WatchFdGet(nullptr) == -1 && ZRYAML_WatchAcquire(nullptr) == nullptr);
+    ZRYAML_WatchClose(nullptr);
+}
+
 } // namespace

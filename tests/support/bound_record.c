@@ -104,3 +104,7 @@ const WrongRecord WrongRecords[] = {
     {&Wrong12, "'cores' has a .pstElement that lies outside of its elements"},
 };
 const uint32_t WrongRecordCount = sizeof(WrongRecords) / sizeof(WrongRecords[0]);
+
+static const YamlField DefaultsFields[] = {YAML_FIELD_TEXT(Net, host, "host", .pcDefault = "a: #b"),
+                                           YAML_FIELD_UINT(Net, port, "port", .pcDefault = "80")};
+const YamlRecord DefaultsRecord = YAML_RECORD(Net, DefaultsFields);

@@ -69,6 +69,7 @@ typedef struct Bound {
 } Bound;
 
 extern const YamlRecord BoundRecord;
+extern const YamlRecord DefaultsRecord; /* a Net */
 
 /* Descriptions with one mistake each, and what is said about it. */
 typedef struct WrongRecord {
