@@ -33,7 +33,7 @@ private:
 class LogText {
 public:
     // Formats like vprintf. If that fails, the format itself becomes the text.
-    LogText(const char *pcFormat, va_list stArgs) noexcept ZR_PRINTF(2, 0);
+    LogText(const char *format, va_list arguments) noexcept ZR_PRINTF(2, 0);
     LogText(const LogText &) = delete;
     LogText &operator=(const LogText &) = delete;
 

@@ -10,7 +10,7 @@ namespace zryaml::query {
 
 class KeyQuery {
 public:
-    KeyQuery(YamlHandle &handle, const char *pcKeyFormat, va_list stArgs) noexcept;
+    KeyQuery(YamlHandle &handle, const char *keyFormat, va_list arguments) noexcept;
     ~KeyQuery() { va_end(m_args); }
     KeyQuery(const KeyQuery &) = delete;
     KeyQuery &operator=(const KeyQuery &) = delete;
@@ -20,11 +20,11 @@ public:
     // Whether the path's last component selected an element.
     [[nodiscard]] uint32_t Indexed() const noexcept { return m_indexed; }
     // As above, the value there.
-    [[nodiscard]] uint32_t ValueFind(const YamlListNode *&pstValue) noexcept;
+    [[nodiscard]] uint32_t ValueFind(const YamlListNode *&value) noexcept;
 
     // By the rule of typed reads (value_lookup.h): YAML_OK and the value, or YAML_ERR_NOT_FOUND (not logged),
     // _NODE_TYPE, _KEY, _INDEX or _BUF (logged).
-    [[nodiscard]] uint32_t Read(const YamlListNode *&pstValue) noexcept;
+    [[nodiscard]] uint32_t Read(const YamlListNode *&value) noexcept;
 
     // Adds path and document to a failure that has been noted since,
     void Explain() noexcept;
@@ -33,7 +33,7 @@ public:
 
 private:
     Found OrdinaryFind() noexcept;
-    uint32_t OrdinaryRead(const YamlListNode *&pstValue) noexcept;
+    uint32_t OrdinaryRead(const YamlListNode *&value) noexcept;
     uint32_t PathMake() noexcept;
     void PathExplain() noexcept;
 
