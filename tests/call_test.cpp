@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Single calls with what neither a file nor a row of cases/ can hand to them.
+#include "support/case_operations.h"
 #include "support/load_text.h"
 
 #include <cstring>
@@ -164,4 +165,31 @@ TEST_F(Call, OfRelease)
         EXPECT_EQ(Base().lBlocks, lBlocks + (uiMagic == 0 ? 2 : 0));
     }
     EXPECT_EQ(stHead.next, &stHead);
+}
+
+// What goes from a large map or comes into it is what lookups find from then on.
+TEST_F(Call, OnAMapWithAnIndex)
+{
+    std::string text = "m: {last: b";
+    for (int i = 0; i < 40; ++i)
+        text += ", " + std::to_string(i) + ": a";
+    text += '}';
+    const auto Key = [&](const char *pcPath) { return NodeAt(*pstHandle, pcPath); };
+    for (const bool bGoes : {true, false}) {
+        ZRYAML_HandleFree(std::exchange(pstHandle, ZRYAML_TextLoad(text.data(), text.size(), nullptr)));
+        EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "m.last"), "b");
+        YamlListNode *pstNew = yaml_ScalarNodeCreate(pstHandle, "new");
+        uint32_t uiValue = 1;
+        if (bGoes) {
+            yaml_ListNodeFree(Key("m.7"));
+        } else {
+            EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(pstNew, Key("m.0")), YAML_OK);
+            EXPECT_EQ(yaml_ScalarNodeAddInMap(yaml_ScalarNodeCreate(pstHandle, "v"), pstNew, &uiValue), YAML_OK);
+            EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(yaml_ScalarNodeCreate(pstHandle, "last"), Key("m.0")),
+                      YAML_ERR_SAME);
+        }
+        EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "m.7"), bGoes ? nullptr : "a");
+        EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "m.new"), bGoes ? nullptr : "v");
+        EXPECT_STREQ(ZRYAML_PropertyGet(pstHandle, "m.last"), "b");
+    }
 }

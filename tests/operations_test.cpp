@@ -391,23 +391,4 @@ TEST_P(Operation, DoesWhatItSays)
 INSTANTIATE_TEST_SUITE_P(Row, Operation, testing::ValuesIn(g_astRow),
                          [](const auto &stInfo) { return "line" + std::to_string(stInfo.param.iLine); });
 
-// What goes from a large map or comes into it is what lookups find from then on.
-TEST_F(Recorded, OperationsOnAMapWithAnIndex)
-{
-    string document = "m: {";
-    for (int i = 0; i < 40; ++i)
-        document += std::to_string(i) + ": a, ";
-    Tree t((document + "last: b}").c_str());
-    const auto Found = [&](const char *pcPath) { return Tree::Shown(ZRYAML_PropertyGet(t.pstHandle, "%s", pcPath)); };
-    EXPECT_EQ(Found("m.last"), "b");
-    yaml_ListNodeFree(t.At("m.7"));
-    EXPECT_EQ(Found("m.7") + Found("m.8") + Found("m.last"), "NULLab");
-    Tree other((document + "last: b}").c_str());
-    YamlListNode *pstKey = other.New("new");
-    EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(pstKey, other.At("m.0")), YAML_OK);
-    EXPECT_EQ(yaml_ScalarNodeAddInMap(other.New("v"), pstKey, &other.uiFlag), YAML_OK);
-    EXPECT_STREQ(ZRYAML_PropertyGet(other.pstHandle, "m.new"), "v");
-    EXPECT_EQ(yaml_ScalarNodeAddWithKeyRole(other.New("last"), other.At("m.0")), YAML_ERR_SAME);
-}
-
 } // namespace
