@@ -50,12 +50,12 @@ uint32_t PairFirst(YamlIterator &iter, YamlKeyValue &pair) noexcept
     return PairFirst(iter, iter.uiIterType == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, pair);
 }
 
-// and there is none after it.
-uint32_t PairAfter(uint32_t type, const YamlListNode &entry, YamlIterator &iter, YamlKeyValue &pair) noexcept
+// and there is none after it, whatever the entry is, NULL too.
+uint32_t PairAfter(uint32_t type, const YamlListNode *entry, YamlIterator &iter, YamlKeyValue &pair) noexcept
 {
     if (type != YAML_DATATYPE_SEQ && type != YAML_DATATYPE_MAP)
         return YAML_ERR_PARAM;
-    return PairAfter(entry, iter, type == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, pair);
+    return PairAfter(*entry, iter, type == YAML_DATATYPE_MAP ? NodeLink::Child : NodeLink::Seq, pair);
 }
 
 // The map or sequence below a key, or NULL (logged).
@@ -128,7 +128,7 @@ uint32_t yaml_NextKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
         return YAML_FAIL(YAML_ERR_PARAM, "The input iterator is invalid.");
     if (pstIter->pstCurrNode == pstIter->pstFatherNode)
         return PairFirst(*pstIter, *pstKeyValue);
-    return PairAfter(pstIter->uiIterType, *pstIter->pstCurrNode, *pstIter, *pstKeyValue);
+    return PairAfter(pstIter->uiIterType, pstIter->pstCurrNode, *pstIter, *pstKeyValue);
 }
 
 uint32_t yaml_FirstKeyValueGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
@@ -148,7 +148,7 @@ uint32_t yaml_FirstSeqNodeGet(YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
 
 uint32_t yaml_KeyValueGet(uint32_t uiType, YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
 {
-    return PairAfter(uiType, *pstNode, *pstIter, *pstKeyValue);
+    return PairAfter(uiType, pstNode, *pstIter, *pstKeyValue);
 }
 
 uint32_t yaml_NextKeyValueGetInMap(YamlListNode *pstNode, YamlIterator *pstIter, YamlKeyValue *pstKeyValue)
